@@ -1,0 +1,139 @@
+#include "inipreferencestore.h"
+
+#include <QFile>
+#include <QLocale>
+#include <QMutexLocker>
+#include <QStandardPaths>
+#include <QtGlobal>
+
+namespace kestrum {
+
+namespace {
+
+const QString kArraySizeKey = QStringLiteral("size");
+
+QVariant storedForm(const QVariant& value)
+{
+    switch (value.typeId()) {
+    case QMetaType::Double:
+        return QString::number(value.toDouble(), 'g', QLocale::FloatingPointShortest);
+    case QMetaType::LongLong:
+    case QMetaType::Int:
+        return QString::number(value.toLongLong());
+    case QMetaType::Bool:
+        return value.toBool() ? QStringLiteral("true") : QStringLiteral("false");
+    default:
+        return value;
+    }
+}
+
+} // namespace
+
+IniPreferenceStore::IniPreferenceStore(const QString& filePath)
+    : m_settings(filePath, QSettings::IniFormat)
+{
+    m_keepCorruptCopy = m_settings.status() == QSettings::FormatError;
+    if (m_keepCorruptCopy)
+        qWarning("settings file %s is damaged; readable values are used", qPrintable(filePath));
+}
+
+IniPreferenceStore::~IniPreferenceStore()
+{
+    sync();
+}
+
+QString IniPreferenceStore::defaultFilePath()
+{
+    const QString fromEnvironment = qEnvironmentVariable("KESTRUM_SETTINGS");
+    if (!fromEnvironment.isEmpty())
+        return fromEnvironment;
+    const QSettings standard(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("Kestrum"),
+                             QStringLiteral("kestrum"));
+    return standard.fileName();
+}
+
+QString IniPreferenceStore::filePath() const
+{
+    return m_settings.fileName();
+}
+
+bool IniPreferenceStore::sync()
+{
+    const QMutexLocker lock(&m_mutex);
+    m_settings.sync();
+    return m_settings.status() == QSettings::NoError;
+}
+
+std::optional<QVariant> IniPreferenceStore::stored(const QString& key) const
+{
+    const QMutexLocker lock(&m_mutex);
+    if (m_settings.contains(key))
+        return m_settings.value(key);
+    if (m_settings.childGroups().contains(key))
+        return storedArray(key);
+    return std::nullopt;
+}
+
+// An array group as QVariantList; an element that is not a group of plain strings
+// is passed on as it stands, so that callers can reject the array as a whole.
+std::optional<QVariant> IniPreferenceStore::storedArray(const QString& key) const
+{
+    m_settings.beginGroup(key);
+    bool sizeIsNumber = false;
+    const int size = m_settings.value(kArraySizeKey).toString().toInt(&sizeIsNumber);
+    QVariantList elements;
+    if (sizeIsNumber && size >= 0) {
+        const QStringList groups = m_settings.childGroups();
+        for (int index = 1; index <= size; ++index) {
+            const QString element = QString::number(index);
+            if (!groups.contains(element)) {
+                elements.append(m_settings.value(element));
+                continue;
+            }
+            m_settings.beginGroup(element);
+            QVariantMap map;
+            for (const QString& mapKey : m_settings.childKeys())
+                map.insert(mapKey, m_settings.value(mapKey));
+            m_settings.endGroup();
+            elements.append(map);
+        }
+    }
+    m_settings.endGroup();
+    if (!sizeIsNumber || size < 0)
+        return QVariant(); // not an array
+    return elements;
+}
+
+void IniPreferenceStore::store(const QString& key, const QVariant& value)
+{
+    const QMutexLocker lock(&m_mutex);
+    keepCorruptCopy();
+    m_settings.remove(key);
+    if (value.typeId() != QMetaType::QVariantList) {
+        m_settings.setValue(key, storedForm(value));
+        return;
+    }
+    const QVariantList elements = value.toList();
+    m_settings.beginWriteArray(key, static_cast<int>(elements.size()));
+    for (qsizetype index = 0; index < elements.size(); ++index) {
+        m_settings.setArrayIndex(static_cast<int>(index));
+        const QVariantMap map = elements.at(index).toMap();
+        for (auto it = map.cbegin(); it != map.cend(); ++it)
+            m_settings.setValue(it.key(), storedForm(it.value()));
+    }
+    m_settings.endArray();
+}
+
+void IniPreferenceStore::keepCorruptCopy()
+{
+    if (!m_keepCorruptCopy)
+        return;
+    m_keepCorruptCopy = false;
+    const QString path = m_settings.fileName();
+    const QString copy = path + QStringLiteral(".corrupt");
+    QFile::remove(copy);
+    if (!QFile::copy(path, copy))
+        qWarning("could not keep a copy of the damaged settings file at %s", qPrintable(copy));
+}
+
+} // namespace kestrum
