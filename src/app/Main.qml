@@ -13,60 +13,107 @@ ApplicationWindow {
     Material.theme: Material.Dark
     Material.accent: "#ffb300"
 
-    component ScaleRow: ColumnLayout {
-        property alias title: heading.text
-        property var entries: []
-        Layout.fillWidth: true
-        spacing: 6
+    // The value the current mode computes, and what the photographer sets.
+    readonly property bool shutterPriority: Meter.mode === "tv"
+    readonly property bool manual: Meter.mode === "m"
 
+    component Reading: ColumnLayout {
+        property alias caption: captionLabel.text
+        property alias value: valueLabel.text
+        property bool computed: false
+        spacing: 2
+        Layout.fillWidth: true
         Label {
-            id: heading
+            id: captionLabel
             font.pixelSize: 13
             font.capitalization: Font.AllUppercase
-            opacity: 0.7
-        }
-        ListView {
+            opacity: 0.65
             Layout.fillWidth: true
-            Layout.preferredHeight: 44
-            orientation: ListView.Horizontal
-            spacing: 8
-            clip: true
-            model: parent.entries
-            delegate: Rectangle {
-                required property string modelData
-                width: Math.max(44, text.implicitWidth + 20)
-                height: 44
-                radius: 8
-                color: "#2a2a2a"
-                Label {
-                    id: text
-                    anchors.centerIn: parent
-                    text: parent.modelData
-                    font.pixelSize: 18
-                    font.weight: Font.DemiBold
-                }
-            }
+            horizontalAlignment: Text.AlignHCenter
+        }
+        Label {
+            id: valueLabel
+            font.pixelSize: computed ? 40 : 28
+            font.weight: Font.DemiBold
+            color: computed && Meter.exposureError !== "" ? "#ff5252"
+                   : computed ? Material.accent : Material.foreground
+            Layout.fillWidth: true
+            horizontalAlignment: Text.AlignHCenter
         }
     }
 
     ColumnLayout {
         anchors.fill: parent
         anchors.margins: 20
-        spacing: 22
+        spacing: 18
 
-        Label {
-            text: qsTr("Kestrum")
-            font.pixelSize: 34
-            font.weight: Font.Bold
+        RowLayout {
+            Layout.fillWidth: true
+            Label {
+                text: qsTr("Kestrum")
+                font.pixelSize: 30
+                font.weight: Font.Bold
+                Layout.fillWidth: true
+            }
+            Label {
+                text: AppSettings.currentProfileID
+                opacity: 0.65
+            }
         }
-        Label {
-            text: ScaleOverview.mode + "  ·  " + ScaleOverview.steps
-            opacity: 0.7
+
+        Rectangle {
+            Layout.fillWidth: true
+            Layout.preferredHeight: 300
+            radius: 16
+            color: "#1e1e1e"
+
+            ColumnLayout {
+                anchors.fill: parent
+                anchors.margins: 24
+                spacing: 22
+
+                Reading {
+                    caption: manual ? qsTr("Deviation") : shutterPriority ? qsTr("Aperture") : qsTr("Shutter speed")
+                    value: manual ? Meter.manualExposure.signedDisplay
+                           : shutterPriority ? "ƒ/" + Meter.aperture.display
+                           : Meter.speed.display
+                    computed: true
+                }
+                Label {
+                    Layout.alignment: Qt.AlignHCenter
+                    visible: Meter.exposureError !== ""
+                    text: Meter.exposureError === "overexposed" ? qsTr("Too bright") : qsTr("Too dark")
+                    color: "#ff5252"
+                }
+                RowLayout {
+                    Layout.fillWidth: true
+                    Reading { caption: qsTr("ISO"); value: Meter.iso.display }
+                    Reading {
+                        caption: shutterPriority ? qsTr("Speed") : qsTr("Aperture")
+                        value: shutterPriority ? Meter.speed.display : "ƒ/" + Meter.aperture.display
+                        visible: !manual
+                    }
+                    Reading { caption: qsTr("Comp."); value: Meter.compensation.signedDisplay }
+                }
+            }
         }
-        ScaleRow { title: qsTr("Aperture"); entries: ScaleOverview.apertures }
-        ScaleRow { title: qsTr("Shutter speed"); entries: ScaleOverview.speeds }
-        ScaleRow { title: qsTr("ISO"); entries: ScaleOverview.isos }
-        ScaleRow { title: qsTr("Compensation"); entries: ScaleOverview.compensations }
+
+        TabBar {
+            id: modes
+            Layout.fillWidth: true
+            currentIndex: ["av", "tv", "m"].indexOf(Meter.mode)
+            onCurrentIndexChanged: Meter.mode = ["av", "tv", "m"][currentIndex]
+            TabButton { text: qsTr("Av") }
+            TabButton { text: qsTr("Tv") }
+            TabButton { text: qsTr("M") }
+        }
+
+        Switch {
+            text: qsTr("Hold")
+            checked: Meter.hold
+            onToggled: Meter.hold = checked
+        }
+
         Item { Layout.fillHeight: true }
     }
 }

@@ -1,7 +1,16 @@
 #include "dependencycontainer.h"
 
+#include "album/locationmanager.h"
+#include "album/photoalbum.h"
+#include "camera/anycameracontroller.h"
+#include "camera/facedetector.h"
+#include "exposure/calculationcontroller.h"
+#include "platform/clock.h"
+#include "platform/imagemetadata.h"
+#include "platform/mailcomposer.h"
+#include "platform/photolibrary.h"
 #include "platform/preferencestore.h"
-#include "settings/profilesettings.h"
+#include "settings/settings.h"
 
 #include <QtGlobal>
 
@@ -22,21 +31,60 @@ DependencyContainer& DependencyContainer::shared()
     return container;
 }
 
-PreferenceStore& DependencyContainer::preferenceStore() const
+DependencyContainer::~DependencyContainer()
 {
-    return require(m_preferenceStore, "preference store");
+    clear();
 }
 
-ProfileSettings& DependencyContainer::profileSettings() const
+void DependencyContainer::fill(Services services)
 {
-    return require(m_profileSettings, "profile settings");
+    m_services = std::move(services);
 }
 
-void DependencyContainer::fill(std::unique_ptr<PreferenceStore> store,
-                               std::unique_ptr<ProfileSettings> profileSettings)
+void DependencyContainer::clear()
 {
-    m_preferenceStore = std::move(store);
-    m_profileSettings = std::move(profileSettings);
+    m_services.photoAlbum.reset();
+    m_services.photoLibrary.reset();
+    m_services.calculationController.reset();
+    m_services.calculator.reset();
+    m_services.cameraController.reset();
+    m_services.faceDetector.reset();
+    m_services.locationManager.reset();
+    m_services.settings.reset();
+    m_services.imageMetadata.reset();
+    m_services.clock.reset();
+    m_services.mailComposer.reset();
+    m_services.preferenceStore.reset();
+}
+
+Settings& DependencyContainer::settings() const
+{
+    return require(m_services.settings, "settings");
+}
+
+AnyCameraController& DependencyContainer::cameraController() const
+{
+    return require(m_services.cameraController, "camera controller");
+}
+
+CalculationController& DependencyContainer::calculationController() const
+{
+    return require(m_services.calculationController, "calculation controller");
+}
+
+LocationManager& DependencyContainer::locationManager() const
+{
+    return require(m_services.locationManager, "location manager");
+}
+
+PhotoAlbum& DependencyContainer::photoAlbum() const
+{
+    return require(m_services.photoAlbum, "photo album");
+}
+
+Clock& DependencyContainer::clock() const
+{
+    return require(m_services.clock, "clock");
 }
 
 } // namespace kestrum

@@ -4,27 +4,61 @@
 
 namespace kestrum {
 
+class AnyCameraController;
+class CalculationController;
+class Calculator;
+class Clock;
+class FaceDetector;
+class ImageMetadata;
+class LocationManager;
+class MailComposer;
+class PhotoAlbum;
+class PhotoLibrary;
 class PreferenceStore;
-class ProfileSettings;
+class Settings;
 
-/// The one process-wide owner of the app's long-lived services. It is filled once
-/// at start-up by the composition root and read by the QML-facing objects; nothing
-/// is replaced afterwards. Reading a service before it is filled stops the program.
+/// The one process-wide owner of the app's long-lived services. The start-up fills
+/// it once, in dependency order, and nothing is replaced afterwards; the QML-facing
+/// singletons read from it. Reading a service before it is filled stops the program.
 class DependencyContainer {
 public:
+    /// What the container owns, in the order it is built and the reverse order it is
+    /// torn down.
+    struct Services {
+        std::unique_ptr<PreferenceStore> preferenceStore;
+        std::unique_ptr<MailComposer> mailComposer;
+        std::unique_ptr<Clock> clock;
+        std::unique_ptr<ImageMetadata> imageMetadata;
+        std::unique_ptr<Settings> settings;
+        std::unique_ptr<LocationManager> locationManager;
+        std::unique_ptr<FaceDetector> faceDetector; ///< absent when no face model could be loaded
+        std::unique_ptr<AnyCameraController> cameraController;
+        std::unique_ptr<Calculator> calculator;
+        std::unique_ptr<CalculationController> calculationController;
+        std::unique_ptr<PhotoLibrary> photoLibrary;
+        std::unique_ptr<PhotoAlbum> photoAlbum;
+    };
+
     static DependencyContainer& shared();
 
-    PreferenceStore& preferenceStore() const;
-    ProfileSettings& profileSettings() const;
+    void fill(Services services);
+    /// Tears the services down in reverse order of construction.
+    void clear();
 
-    void fill(std::unique_ptr<PreferenceStore> store,
-              std::unique_ptr<ProfileSettings> profileSettings);
+    Settings& settings() const;
+    AnyCameraController& cameraController() const;
+    CalculationController& calculationController() const;
+    LocationManager& locationManager() const;
+    PhotoAlbum& photoAlbum() const;
+    /// The face detector; null on mock data or without a face model.
+    FaceDetector* faceDetector() const { return m_services.faceDetector.get(); }
+    Clock& clock() const;
 
 private:
     DependencyContainer() = default;
+    ~DependencyContainer();
 
-    std::unique_ptr<PreferenceStore> m_preferenceStore;
-    std::unique_ptr<ProfileSettings> m_profileSettings;
+    Services m_services;
 };
 
 } // namespace kestrum

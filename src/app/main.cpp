@@ -1,6 +1,6 @@
+#include "app/appstartup.h"
 #include "app/dependencycontainer.h"
-#include "platform/inipreferencestore.h"
-#include "settings/profilesettings.h"
+#include "settings/translationcatalogue.h"
 
 #include <QCommandLineParser>
 #include <QGuiApplication>
@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr int kScreenshotDelayMs = 500; // let the first frames settle
+constexpr int kScreenshotDelayMs = 800; // lets the first readings arrive and settle
 
 // Saves a picture of the first window and quits: a way to look at the screens on a
 // machine without a display (QT_QPA_PLATFORM=offscreen).
@@ -35,6 +35,7 @@ int main(int argc, char* argv[])
     QGuiApplication::setApplicationName(QStringLiteral("Kestrum"));
     QGuiApplication::setApplicationVersion(QStringLiteral(KESTRUM_VERSION));
     QQuickStyle::setStyle(QStringLiteral("Material"));
+    kestrum::installTranslationCatalogue(app);
 
     QCommandLineParser arguments;
     arguments.addHelpOption();
@@ -45,17 +46,20 @@ int main(int argc, char* argv[])
     arguments.addOption(screenshot);
     arguments.process(app);
 
-    auto store = std::make_unique<kestrum::IniPreferenceStore>(
-        kestrum::IniPreferenceStore::defaultFilePath());
-    auto profile = std::make_unique<kestrum::ProfileSettings>(QStringLiteral("default"), *store);
-    kestrum::DependencyContainer::shared().fill(std::move(store), std::move(profile));
+    auto& container = kestrum::DependencyContainer::shared();
+    kestrum::fillDependencies(container, kestrum::StartupOptions::fromEnvironment(app.arguments()));
 
-    QQmlApplicationEngine engine;
-    QObject::connect(
-        &engine, &QQmlApplicationEngine::objectCreationFailed, &app,
-        [] { QCoreApplication::exit(1); }, Qt::QueuedConnection);
-    engine.load(QUrl(QStringLiteral("qrc:/Kestrum/Main.qml")));
-    if (arguments.isSet(screenshot))
-        takeScreenshot(engine, arguments.value(screenshot));
-    return QGuiApplication::exec();
+    int status = 0;
+    {
+        QQmlApplicationEngine engine;
+        QObject::connect(
+            &engine, &QQmlApplicationEngine::objectCreationFailed, &app,
+            [] { QCoreApplication::exit(1); }, Qt::QueuedConnection);
+        engine.load(QUrl(QStringLiteral("qrc:/Kestrum/Main.qml")));
+        if (arguments.isSet(screenshot))
+            takeScreenshot(engine, arguments.value(screenshot));
+        status = QGuiApplication::exec();
+    }
+    container.clear(); // while the application object still exists
+    return status;
 }

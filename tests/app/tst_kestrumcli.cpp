@@ -192,6 +192,40 @@ private slots:
         QVERIFY2(result.err.contains(message), result.err.constData());
     }
 
+    void meterPublishesTheControllersExposure_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QString>("field");
+        QTest::addColumn<QString>("display");
+        QTest::addColumn<QJsonValue>("error");
+        QTest::newRow("av at the mock's LV 10") << QStringList{"meter"} << "speed"
+                                                << "125" << QJsonValue();
+        QTest::newRow("tv too bright shows 45")
+            << QStringList{"meter", "--lv", "20", "--mode", "tv"} << "aperture"
+            << "45" << QJsonValue("overexposed");
+        QTest::newRow("m a stop bright")
+            << QStringList{"meter", "--lv", "11", "--mode", "m", "--seconds", "0.3"}
+            << "manualExposure"
+            << "1" << QJsonValue();
+        QTest::newRow("av too dark shows 30s") << QStringList{"meter", "--lv", "-5"} << "speed"
+                                               << "30s" << QJsonValue("underexposed");
+    }
+
+    void meterPublishesTheControllersExposure()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QString, field);
+        QFETCH(QString, display);
+        QFETCH(QJsonValue, error);
+        const Run result = run(arguments);
+        QCOMPARE(result.exitCode, 0);
+        const QJsonObject published = result.json().toObject();
+        QCOMPARE(published.keys().size(), 7);
+        QCOMPARE(published.value(field).toObject().value("display").toString(), display);
+        QCOMPARE(published.value("exposureError"),
+                 error.isUndefined() ? QJsonValue(QJsonValue::Null) : error);
+    }
+
     void reversedLimitsInTheFileFailCleanly()
     {
         QCOMPARE(run({"settings", "set", "minimumAperture", "16"}).exitCode, 0);

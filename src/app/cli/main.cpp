@@ -3,6 +3,7 @@
 
 #include "commandline.h"
 #include "commands.h"
+#include "settings/translationcatalogue.h"
 
 #include <QCoreApplication>
 
@@ -21,7 +22,13 @@ const char* const kUsageText =
     "                             [--compensation C] [--profile ID]\n"
     "       kestrum-cli settings get KEY [--profile ID]\n"
     "       kestrum-cli settings set KEY VALUE [--profile ID]\n"
-    "       kestrum-cli settings dump [--profile ID]\n";
+    "       kestrum-cli settings dump [--profile ID]\n"
+    "       kestrum-cli profiles [add | rename ID NAME | delete INDEX | move FROM TO | use ID]\n"
+    "                            (the first profile is never deleted or moved)\n"
+    "       kestrum-cli log IMAGE --iso TEXT --aperture TEXT --speed TEXT --compensation C\n"
+    "                       [--latitude LAT --longitude LON [--altitude ALT]]\n"
+    "       kestrum-cli album\n"
+    "       kestrum-cli read FILE\n";
 
 // An invariant breach (limits stored in reverse order, say) is reported as a
 // failure of the command rather than as a crash.
@@ -41,6 +48,7 @@ int main(int argc, char* argv[])
     qInstallMessageHandler(reportFatalAsFailure);
     QCoreApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("kestrum-cli"));
+    kestrum::installTranslationCatalogue(app);
 
     QStringList words = QCoreApplication::arguments().mid(1);
     if (words.isEmpty()) {
@@ -55,6 +63,16 @@ int main(int argc, char* argv[])
             return kestrum::cli::runCalculate(words);
         if (command == u"settings")
             return kestrum::cli::runSettings(words);
+        if (command == u"meter")
+            return kestrum::cli::runMeter(words);
+        if (command == u"profiles")
+            return kestrum::cli::runProfiles(words);
+        if (command == u"log")
+            return kestrum::cli::runLog(words);
+        if (command == u"album")
+            return kestrum::cli::runAlbum(words);
+        if (command == u"read")
+            return kestrum::cli::runRead(words);
         throw kestrum::cli::UsageError("unknown command " + command.toStdString());
     } catch (const kestrum::cli::UsageError& error) {
         std::cerr << "kestrum-cli: " << error.what() << '\n' << kUsageText;

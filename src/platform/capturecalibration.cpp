@@ -1,0 +1,35 @@
+#include "capturecalibration.h"
+
+#include "preferencestore.h"
+
+namespace kestrum {
+
+CaptureCalibration::CaptureCalibration(PreferenceStore& store, const QString& deviceId)
+    : m_store(&store)
+    , m_deviceId(deviceId)
+{
+    store.registerDefaults(
+        {{apertureKey(deviceId), kDefaultAperture}, {offsetKey(deviceId), kDefaultOffsetEV}});
+}
+
+QString CaptureCalibration::apertureKey(const QString& deviceId)
+{
+    return QStringLiteral("camera.%1.aperture").arg(deviceId);
+}
+
+QString CaptureCalibration::offsetKey(const QString& deviceId)
+{
+    return QStringLiteral("camera.%1.calibration").arg(deviceId);
+}
+
+double CaptureCalibration::aperture() const
+{
+    return m_store->doubleValue(apertureKey(m_deviceId));
+}
+
+double CaptureCalibration::offsetEV() const
+{
+    return m_store->doubleValue(offsetKey(m_deviceId));
+}
+
+} // namespace kestrum

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QString>
+
+namespace kestrum {
+
+class PreferenceStore;
+
+/// The per-camera corrections the user can set: the lens's f-number, for cameras that do
+/// not report it, and an offset in stops added to every exposure target offset, for
+/// cameras whose metering reads too bright or too dark.
+///
+/// Kept in the preference store under "camera.<id>.aperture" and
+/// "camera.<id>.calibration"; the fallbacks (f/2.0, 0 EV) are registered, never written.
+/// Values are read on every call, so a change in Settings takes effect at the next
+/// measurement.
+class CaptureCalibration {
+public:
+    static constexpr double kDefaultAperture = 2.0;
+    static constexpr double kDefaultOffsetEV = 0.0;
+
+    CaptureCalibration(PreferenceStore& store, const QString& deviceId);
+
+    static QString apertureKey(const QString& deviceId);
+    static QString offsetKey(const QString& deviceId);
+
+    double aperture() const;
+    double offsetEV() const;
+
+private:
+    PreferenceStore* m_store;
+    QString m_deviceId;
+};
+
+} // namespace kestrum

@@ -1,0 +1,72 @@
+#include "captureframequeue.h"
+
+#include "exposuretarget.h"
+
+#include <QFuture>
+
+namespace kestrum {
+
+namespace {
+
+struct Turned {
+    QImage image;
+    double luminance = 0;
+};
+
+// Formats that consumers can read word by word without converting again.
+bool isPlainRgb(QImage::Format format)
+{
+    return format == QImage::Format_RGB32 || format == QImage::Format_ARGB32 ||
+           format == QImage::Format_ARGB32_Premultiplied;
+}
+
+} // namespace
+
+CaptureFrameQueue::CaptureFrameQueue(QObject* parent)
+    : QObject(parent)
+{
+    m_worker.setMaxThreadCount(1);
+}
+
+CaptureFrameQueue::~CaptureFrameQueue()
+{
+    m_worker.waitForDone();
+}
+
+void CaptureFrameQueue::push(Job job, std::optional<std::chrono::microseconds> presentationTime)
+{
+    Pending pending{std::move(job), presentationTime};
+    if (m_busy)
+        m_waiting = std::move(pending);
+    else
+        start(std::move(pending));
+}
+
+void CaptureFrameQueue::start(Pending pending)
+{
+    m_busy = true;
+    const auto time = pending.presentationTime;
+    QtFuture::makeReadyFuture()
+        .then(&m_worker,
+              [job = std::move(pending.job)] {
+                  Turned turned{job(), 0};
+                  if (turned.image.isNull())
+                      return turned;
+                  if (!isPlainRgb(turned.image.format()))
+                      turned.image = turned.image.convertToFormat(QImage::Format_RGB32);
+                  turned.luminance = exposuretarget::frameLuminance(turned.image);
+                  return turned;
+              })
+        .then(this, [this, time](const Turned& turned) {
+            m_busy = false;
+            if (!turned.image.isNull())
+                emit frameReady(CameraFrame{turned.image, time}, turned.luminance);
+            if (m_waiting) {
+                Pending next = std::move(*m_waiting);
+                m_waiting.reset();
+                start(std::move(next));
+            }
+        });
+}
+
+} // namespace kestrum

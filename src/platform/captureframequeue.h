@@ -1,0 +1,51 @@
+#pragma once
+
+#include "camera/cameraframe.h"
+
+#include <QImage>
+#include <QObject>
+#include <QThreadPool>
+
+#include <chrono>
+#include <functional>
+#include <optional>
+
+namespace kestrum {
+
+/// Turns the frames of a capture source into CameraFrames on a worker thread, so that
+/// decoding and colour conversion never hold up the main thread.
+///
+/// One frame is turned at a time. A frame pushed meanwhile waits, replacing any frame
+/// already waiting: a slow machine drops frames instead of falling behind. Finished
+/// frames come back on the queue's own thread, with the plain mean luminance of the
+/// whole frame, which is cheap to take while the pixels are at hand.
+class CaptureFrameQueue : public QObject {
+    Q_OBJECT
+
+public:
+    /// Produces one frame's image on the worker; a null image drops the frame.
+    using Job = std::function<QImage()>;
+
+    explicit CaptureFrameQueue(QObject* parent = nullptr);
+    /// Waits for the frame being turned.
+    ~CaptureFrameQueue() override;
+
+    void push(Job job, std::optional<std::chrono::microseconds> presentationTime);
+
+signals:
+    void frameReady(const kestrum::CameraFrame& frame, double frameLuminance);
+
+private:
+    struct Pending {
+        Job job;
+        std::optional<std::chrono::microseconds> presentationTime;
+    };
+
+    void start(Pending pending);
+
+    QThreadPool m_worker;
+    std::optional<Pending> m_waiting;
+    bool m_busy = false;
+};
+
+} // namespace kestrum

@@ -1,0 +1,7 @@
+#include "settingslogging.h"
+
+namespace kestrum {
+
+Q_LOGGING_CATEGORY(lcSettings, "kestrum.settings")
+
+} // namespace kestrum

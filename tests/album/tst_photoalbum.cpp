@@ -1,0 +1,230 @@
+#include "testphotos.h"
+
+#include "album/photoalbum.h"
+#include "platform/fakephotolibrary.h"
+
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QThreadPool>
+
+using namespace kestrum;
+using namespace kestrum::test;
+using Authorization = PhotoLibraryAuthorization;
+
+namespace {
+
+template <typename T> std::optional<PhotoAlbum::Error> albumError(const QFuture<T>& future)
+{
+    try {
+        QFuture<T>(future).waitForFinished();
+    } catch (const PhotoAlbumException& error) {
+        return error.error();
+    }
+    return std::nullopt;
+}
+
+QStringList identifiers(const PhotoAlbum& album)
+{
+    QStringList result;
+    for (const auto& exposure : album.loggedExposures())
+        result.append(exposure.localIdentifier());
+    return result;
+}
+
+// Lets every load that was started finish and publish.
+void settle()
+{
+    QThreadPool::globalInstance()->waitForDone();
+    QCoreApplication::processEvents();
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(std::optional<PhotoAlbum::Error>)
+
+// The album's rules on a library in memory: permission, finding and creating the album,
+// saving, reading back newest first, and following changes.
+class PhotoAlbumTest : public QObject {
+    Q_OBJECT
+
+    const Exiv2ImageMetadata m_metadata;
+    QTemporaryDir m_dir;
+
+    QUrl loggedFile(const QString& iso = "200")
+    {
+        const QString path = m_dir.filePath(QStringLiteral("Kestrum-%1.jpeg").arg(iso));
+        writeFile(path, loggedJpeg(m_metadata, exposureMetadata(iso, "2.8", "500", 0.33)));
+        return QUrl::fromLocalFile(path);
+    }
+
+private slots:
+    void initTestCase() { QVERIFY(m_dir.isValid()); }
+    void cleanup() { settle(); }
+
+    void checkAuthorization_data()
+    {
+        QTest::addColumn<Authorization>("status");
+        QTest::addColumn<Authorization>("answer");
+        QTest::addColumn<std::optional<PhotoAlbum::Error>>("error");
+        QTest::addColumn<int>("requests");
+        const std::optional<PhotoAlbum::Error> none;
+        QTest::newRow("authorized")
+            << Authorization::authorized << Authorization::denied << none << 0;
+        QTest::newRow("denied") << Authorization::denied << Authorization::authorized
+                                << std::optional(PhotoAlbum::Error::noPermission) << 0;
+        QTest::newRow("restricted") << Authorization::restricted << Authorization::authorized
+                                    << std::optional(PhotoAlbum::Error::noPermission) << 0;
+        QTest::newRow("limited") << Authorization::limited << Authorization::authorized
+                                 << std::optional(PhotoAlbum::Error::limitedPermission) << 0;
+        QTest::newRow("asked, granted")
+            << Authorization::notDetermined << Authorization::authorized << none << 1;
+        QTest::newRow("asked, refused") << Authorization::notDetermined << Authorization::denied
+                                        << std::optional(PhotoAlbum::Error::noPermission) << 1;
+        QTest::newRow("asked, limited") << Authorization::notDetermined << Authorization::limited
+                                        << std::optional(PhotoAlbum::Error::limitedPermission) << 1;
+    }
+
+    void checkAuthorization()
+    {
+        QFETCH(Authorization, status);
+        QFETCH(Authorization, answer);
+        QFETCH(std::optional<PhotoAlbum::Error>, error);
+        QFETCH(int, requests);
+        FakePhotoLibrary library;
+        library.setAuthorizationStatus(status);
+        library.setAuthorizationAnswer(answer);
+        PhotoAlbum album(library, m_metadata);
+        const auto check = album.checkAuthorization();
+        QTRY_VERIFY(check.isFinished());
+        QCOMPARE(albumError(check), error);
+        QCOMPARE(library.authorizationRequests(), requests);
+    }
+
+    void firstSaveAsksOnceAndMakesTheAlbum()
+    {
+        FakePhotoLibrary library;
+        library.setAuthorizationStatus(Authorization::notDetermined);
+        PhotoAlbum album(library, m_metadata);
+        QSignalSpy changed(&album, &PhotoAlbum::loggedExposuresChanged);
+
+        const auto first = album.save(loggedFile("200"));
+        QTRY_VERIFY(first.isFinished());
+        QCOMPARE(albumError(first), std::nullopt);
+        QTRY_COMPARE(album.loggedExposures().size(), 1);
+        const auto second = album.save(loggedFile("400"));
+        QTRY_VERIFY(second.isFinished());
+        QTRY_COMPARE(album.loggedExposures().size(), 2);
+
+        QCOMPARE(library.authorizationRequests(), 1);
+        QCOMPARE(library.albumCreations(), 1);
+        QCOMPARE(identifiers(album), (QStringList{second.result(), first.result()}));
+        QCOMPARE(album.loggedExposures().first().iso(), "400");
+        QVERIFY(changed.count() >= 2);
+    }
+
+    void adoptsTheUsersAlbumAndSkipsWhatIsNotLogged()
+    {
+        FakePhotoLibrary library;
+        const auto own = library.addAlbum("Kestrum");
+        const auto other = library.addAlbum("kestrum");
+        const QByteArray logged = loggedJpeg(m_metadata, exposureMetadata("100", "11", "4", 0));
+        const auto date = [](int day) { return QDateTime(QDate(2024, 5, day), QTime(12, 0)); };
+        const auto older = library.addPhoto(own, logged, date(1));
+        const auto newer = library.addPhoto(own, logged, date(3));
+        library.addPhoto(own, plainJpeg(), date(4));                    // no exposure
+        library.addPhoto(own, logged, std::nullopt);                    // no creation date
+        library.addPhoto(own, logged.left(logged.size() - 2), date(5)); // cut short
+        library.addPhoto(own, QByteArray("not an image"), date(6));
+        library.addPhoto(other, logged, date(7)); // another album
+
+        PhotoAlbum album(library, m_metadata);
+        QTRY_COMPARE(identifiers(album),
+                     (QStringList{newer.localIdentifier, older.localIdentifier}));
+        QCOMPARE(album.loggedExposures().first().speed(), "1/4s");
+
+        const auto saved = album.save(loggedFile());
+        QTRY_VERIFY(saved.isFinished());
+        QTRY_COMPARE(album.loggedExposures().size(), 3);
+        QCOMPARE(library.albumCreations(), 0);
+    }
+
+    void failures()
+    {
+        FakePhotoLibrary library;
+        PhotoAlbum album(library, m_metadata);
+        library.setAlbumCreationFails(true);
+        const auto noAlbum = album.save(loggedFile());
+        QTRY_VERIFY(noAlbum.isFinished());
+        QCOMPARE(albumError(noAlbum), std::optional(PhotoAlbum::Error::albumNotFound));
+
+        library.setAlbumCreationFails(false);
+        library.setAssetCreationError(PhotoLibrary::Error::writeFailed);
+        const auto notStored = album.save(loggedFile());
+        QTRY_VERIFY(notStored.isFinished());
+        try {
+            QFuture<QString>(notStored).waitForFinished();
+            QFAIL("the save succeeded");
+        } catch (const PhotoLibraryException& error) {
+            QCOMPARE(error.error(), PhotoLibrary::Error::writeFailed); // passed on unchanged
+        }
+        settle();
+        QVERIFY(album.loggedExposures().isEmpty());
+    }
+
+    void followsChangesToItsAlbumOnly()
+    {
+        FakePhotoLibrary library;
+        PhotoAlbum album(library, m_metadata);
+        const auto saved = album.save(loggedFile());
+        QTRY_VERIFY(saved.isFinished());
+        settle();
+        const auto own = *library.fetchAlbum("Kestrum");
+        const auto other = library.addAlbum("Holiday");
+        library.addPhoto(own, loggedJpeg(m_metadata, exposureMetadata("800", "2", "30", 0)),
+                         QDateTime::currentDateTime());
+        QSignalSpy changed(&album, &PhotoAlbum::loggedExposuresChanged);
+
+        PhotoLibraryChange elsewhere;
+        elsewhere.addAlbum(other.localIdentifier, {other});
+        library.announce(elsewhere);
+        settle();
+        QCOMPARE(changed.count(), 0);
+
+        PhotoLibraryChange here;
+        here.addAlbum(own.localIdentifier, {own});
+        library.announce(here);
+        QTRY_COMPARE(album.loggedExposures().size(), 2);
+        QCOMPARE(album.loggedExposures().first().iso(), "800");
+
+        // A deleted album leaves the list as it was, and the next save makes a new one.
+        library.removeAlbum(own);
+        PhotoLibraryChange deleted;
+        deleted.addAlbum(own.localIdentifier, {std::nullopt});
+        library.announce(deleted);
+        settle();
+        QCOMPARE(album.loggedExposures().size(), 2);
+        const auto again = album.save(loggedFile());
+        QTRY_VERIFY(again.isFinished());
+        QCOMPARE(albumError(again), std::nullopt);
+        QCOMPARE(library.albumCreations(), 2);
+    }
+
+    void fullSizeImage()
+    {
+        FakePhotoLibrary library;
+        PhotoAlbum album(library, m_metadata);
+        const auto saved = album.save(loggedFile());
+        QTRY_VERIFY(saved.isFinished());
+
+        const auto image = album.fullSizeImage(saved.result());
+        QTRY_VERIFY(image.isFinished());
+        QCOMPARE(image.result().value_or(QImage()).size(), QSize(64, 48));
+        const auto unknown = album.fullSizeImage(saved.result().toUpper());
+        QTRY_VERIFY(unknown.isFinished());
+        QVERIFY(!unknown.result());
+    }
+};
+
+QTEST_GUILESS_MAIN(PhotoAlbumTest)
+#include "tst_photoalbum.moc"

@@ -1,0 +1,179 @@
+#include "camera/cameracontroller.h"
+
+#include "platform/capturecalibration.h"
+#include "platform/capturedevice.h"
+#include "platform/capturedevicechoice.h"
+#include "platform/exiv2imagemetadata.h"
+#include "platform/exposuretarget.h"
+#include "platform/filecapturedevice.h"
+#include "platform/memorypreferencestore.h"
+
+#include <QPainter>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <cmath>
+
+using namespace kestrum;
+
+Q_DECLARE_METATYPE(std::optional<double>)
+
+namespace {
+
+constexpr double kToleranceEV = 0.05;
+constexpr int kDark = 30;
+constexpr int kBright = 220;
+
+// The footage's exposure: ISO 200, 1/125 s at f/4.
+constexpr double kIso = 200;
+constexpr double kDurationS = 1.0 / 125;
+constexpr double kAperture = 4;
+
+double linear(int grey)
+{
+    return exposuretarget::linearFromSrgb(grey);
+}
+
+// The light value of the formula for a metered luminance.
+double expectedLightValue(double luminance)
+{
+    return std::log2(kAperture * kAperture / kDurationS) + std::log2(luminance / 0.18) -
+           std::log2(kIso / 100);
+}
+
+// A camera playing one still image with the exposure above.
+class FootageRig {
+public:
+    explicit FootageRig(const QImage& frame, bool withAperture = true)
+    {
+        const QString still = m_dir.filePath("scene.png");
+        QVERIFY(frame.save(still));
+        QFile sidecar(still + ".json");
+        QVERIFY(sidecar.open(QIODevice::WriteOnly));
+        sidecar.write(withAperture ? R"({"iso": 200, "exposureDuration": 0.008, "aperture": 4.0})"
+                                   : R"({"iso": 200, "exposureDuration": 0.008})");
+        sidecar.close();
+        const auto choice = CaptureDeviceChoice::parse("file:" + still);
+        controller = std::make_unique<CameraController>(
+            choice.make(preferences), [] { return nullptr; }, metadata,
+            CameraController::FrameConsumer());
+        controller->setUp();
+        // Metering needs a frame.
+        QSignalSpy frames(qobject_cast<CaptureDevice*>(controller->session()),
+                          &CaptureDevice::frameArrived);
+        QVERIFY(frames.wait());
+        controller->lv().subscribe(&m_context, [this](double value) { m_last = value; });
+    }
+
+    double measure()
+    {
+        controller->measure();
+        return m_last;
+    }
+
+    MemoryPreferenceStore preferences;
+    Exiv2ImageMetadata metadata;
+    std::unique_ptr<CameraController> controller;
+
+private:
+    QTemporaryDir m_dir;
+    QObject m_context;
+    double m_last = std::nan("");
+};
+
+QImage uniform(int grey)
+{
+    QImage image(320, 240, QImage::Format_RGB32);
+    image.fill(qRgb(grey, grey, grey));
+    return image;
+}
+
+QImage darkLeftBrightRight()
+{
+    QImage image = uniform(kDark);
+    QPainter(&image).fillRect(160, 0, 160, 240, QColor(kBright, kBright, kBright));
+    return image;
+}
+
+} // namespace
+
+// The live controller metering recorded footage through the file camera.
+class CameraControllerFileTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void uniformGreyMetersByTheFormula_data()
+    {
+        QTest::addColumn<int>("grey");
+        QTest::newRow("shadow") << 50;
+        QTest::newRow("middle grey") << 118;
+        QTest::newRow("highlight") << 200;
+    }
+
+    void uniformGreyMetersByTheFormula()
+    {
+        QFETCH(int, grey);
+        FootageRig rig(uniform(grey));
+        const double lv = rig.measure();
+        QVERIFY2(std::fabs(lv - expectedLightValue(linear(grey))) < kToleranceEV,
+                 qPrintable(QString::number(lv)));
+    }
+
+    void spotMeteringReadsThePatch_data()
+    {
+        QTest::addColumn<QPointF>("point");
+        QTest::addColumn<double>("changeEV");
+        const double centreWeighted = (linear(kDark) + linear(kBright)) / 2;
+        QTest::newRow("bright half reads brighter")
+            << QPointF(0.75, 0.5) << std::log2(linear(kBright) / centreWeighted);
+        QTest::newRow("dark half reads darker")
+            << QPointF(0.25, 0.5) << std::log2(linear(kDark) / centreWeighted);
+    }
+
+    void spotMeteringReadsThePatch()
+    {
+        QFETCH(QPointF, point);
+        QFETCH(double, changeEV);
+        FootageRig rig(darkLeftBrightRight());
+        const double centreWeighted = rig.measure();
+        rig.controller->expose(point, ExposureMode::autoExpose, true);
+        const double spot = rig.measure();
+        QVERIFY2(std::fabs(spot - centreWeighted - changeEV) < kToleranceEV,
+                 qPrintable(QStringLiteral("%1 → %2").arg(centreWeighted).arg(spot)));
+        // Continuous exposure meters the whole frame again.
+        rig.controller->expose(point, ExposureMode::continuousAutoExposure, false);
+        QVERIFY(std::fabs(rig.measure() - centreWeighted) < kToleranceEV);
+    }
+
+    void apertureAndCalibrationFromPreferences_data()
+    {
+        QTest::addColumn<std::optional<double>>("aperture");
+        QTest::addColumn<std::optional<double>>("calibrationEV");
+        QTest::addColumn<double>("changeEV"); // against the formula at f/4
+        QTest::newRow("defaults: f/2, no offset")
+            << std::optional<double>() << std::optional<double>() << -2.0;
+        QTest::newRow("f/4 set") << std::optional(4.0) << std::optional<double>() << 0.0;
+        QTest::newRow("f/4, reads half a stop dark")
+            << std::optional(4.0) << std::optional(0.5) << 0.5;
+    }
+
+    void apertureAndCalibrationFromPreferences()
+    {
+        QFETCH(std::optional<double>, aperture);
+        QFETCH(std::optional<double>, calibrationEV);
+        QFETCH(double, changeEV);
+        FootageRig rig(uniform(118), false);
+        const QString id = QString::fromLatin1(FileCaptureDevice::kDeviceId);
+        if (aperture)
+            rig.preferences.setDouble(CaptureCalibration::apertureKey(id), *aperture);
+        if (calibrationEV)
+            rig.preferences.setDouble(CaptureCalibration::offsetKey(id), *calibrationEV);
+        const double lv = rig.measure();
+        QVERIFY2(std::fabs(lv - expectedLightValue(linear(118)) - changeEV) < kToleranceEV,
+                 qPrintable(QString::number(lv)));
+    }
+};
+
+QTEST_MAIN(CameraControllerFileTest)
+#include "tst_cameracontrollerfile.moc"

@@ -1,0 +1,194 @@
+#include "platform/exposuretarget.h"
+
+#include <QPainter>
+#include <QTest>
+
+#include <cmath>
+
+using namespace kestrum;
+namespace target = exposuretarget;
+
+Q_DECLARE_METATYPE(MeteringRegion)
+
+namespace {
+
+constexpr int kWidth = 160;
+constexpr int kHeight = 120;
+
+QImage uniform(int grey)
+{
+    QImage image(kWidth, kHeight, QImage::Format_RGB32);
+    image.fill(qRgb(grey, grey, grey));
+    return image;
+}
+
+// Left half `left`, right half `right`.
+QImage halves(int left, int right)
+{
+    QImage image = uniform(left);
+    QPainter(&image).fillRect(kWidth / 2, 0, kWidth / 2, kHeight, QColor(right, right, right));
+    return image;
+}
+
+// `inner` over the middle half of each axis, `outer` around it.
+QImage centred(int inner, int outer)
+{
+    QImage image = uniform(outer);
+    QPainter(&image).fillRect(kWidth / 4, kHeight / 4, kWidth / 2, kHeight / 2,
+                              QColor(inner, inner, inner));
+    return image;
+}
+
+double lin(int grey)
+{
+    return target::linearFromSrgb(grey);
+}
+
+MeteringRegion spot(double x, double y)
+{
+    return {MeteringRegion::Shape::spot, {x, y}};
+}
+
+} // namespace
+
+// The exposure target offset that cameras without one measure from their frames.
+class ExposureTargetTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void srgbDecoding_data()
+    {
+        QTest::addColumn<int>("encoded");
+        QTest::addColumn<double>("linear");
+        QTest::newRow("black") << 0 << 0.0;
+        QTest::newRow("linear toe") << 10 << 10 / 255.0 / 12.92;
+        QTest::newRow("near middle grey") << 118 << std::pow((118 / 255.0 + 0.055) / 1.055, 2.4);
+        QTest::newRow("white") << 255 << 1.0;
+    }
+
+    void srgbDecoding()
+    {
+        QFETCH(int, encoded);
+        QFETCH(double, linear);
+        QCOMPARE(target::linearFromSrgb(encoded), linear);
+    }
+
+    void luminanceWeighsGreenMost()
+    {
+        QVERIFY(target::linearLuminance(qRgb(0, 255, 0)) >
+                target::linearLuminance(qRgb(255, 0, 0)));
+        QVERIFY(target::linearLuminance(qRgb(255, 0, 0)) >
+                target::linearLuminance(qRgb(0, 0, 255)));
+        QCOMPARE(target::linearLuminance(qRgb(255, 255, 255)), 1.0);
+    }
+
+    void meteredLuminance_data()
+    {
+        QTest::addColumn<QImage>("frame");
+        QTest::addColumn<MeteringRegion>("region");
+        QTest::addColumn<double>("luminance");
+        const MeteringRegion centreWeighted;
+        QTest::newRow("uniform, centre-weighted") << uniform(200) << centreWeighted << lin(200);
+        QTest::newRow("uniform, spot") << uniform(200) << spot(0.3, 0.6) << lin(200);
+        QTest::newRow("halves, centre-weighted")
+            << halves(20, 230) << centreWeighted << (lin(20) + lin(230)) / 2;
+        QTest::newRow("halves, spot on the bright side")
+            << halves(20, 230) << spot(0.75, 0.5) << lin(230);
+        QTest::newRow("halves, spot on the dark side")
+            << halves(20, 230) << spot(0.25, 0.5) << lin(20);
+        QTest::newRow("spot at the edge moves inward")
+            << halves(20, 230) << spot(1.0, 0.0) << lin(230);
+        QTest::newRow("centre counts three quarters")
+            << centred(230, 20) << centreWeighted
+            << 0.75 * lin(230) + 0.25 * (0.25 * lin(230) + 0.75 * lin(20));
+    }
+
+    void meteredLuminance()
+    {
+        QFETCH(QImage, frame);
+        QFETCH(MeteringRegion, region);
+        QFETCH(double, luminance);
+        QVERIFY(std::fabs(target::meteredLuminance(frame, region) - luminance) < 1e-9);
+    }
+
+    void offset_data()
+    {
+        QTest::addColumn<double>("luminance");
+        QTest::addColumn<double>("offsetEV");
+        QTest::newRow("middle grey is on target") << 0.18 << 0.0;
+        QTest::newRow("twice as bright") << 0.36 << 1.0;
+        QTest::newRow("an eighth") << 0.0225 << -3.0;
+        QTest::newRow("black reads as half the darkest grey")
+            << 0.0 << std::log2(target::linearFromSrgb(1) / 2 / 0.18);
+    }
+
+    void offset()
+    {
+        QFETCH(double, luminance);
+        QFETCH(double, offsetEV);
+        QVERIFY(std::fabs(target::offsetEV(luminance) - offsetEV) < 1e-12);
+    }
+
+    void subjectAreaChange_data()
+    {
+        QTest::addColumn<double>("before");
+        QTest::addColumn<double>("after");
+        QTest::addColumn<bool>("changed");
+        QTest::newRow("one stop brighter") << 0.1 << 0.2 << true;
+        QTest::newRow("one stop darker") << 0.2 << 0.1 << true;
+        QTest::newRow("just under a stop") << 0.1 << 0.19 << false;
+        QTest::newRow("from black") << 0.0 << 0.01 << true;
+    }
+
+    void subjectAreaChange()
+    {
+        QFETCH(double, before);
+        QFETCH(double, after);
+        QFETCH(bool, changed);
+        QCOMPARE(target::isSubjectAreaChange(before, after), changed);
+    }
+
+    void onlyOneShotExposureMetersTheSpot_data()
+    {
+        QTest::addColumn<ExposureMode>("mode");
+        QTest::addColumn<bool>("spot");
+        QTest::newRow("one-shot") << ExposureMode::autoExpose << true;
+        QTest::newRow("continuous") << ExposureMode::continuousAutoExposure << false;
+        QTest::newRow("locked") << ExposureMode::locked << false;
+    }
+
+    void onlyOneShotExposureMetersTheSpot()
+    {
+        QFETCH(ExposureMode, mode);
+        QFETCH(bool, spot);
+        ExposureTarget exposure;
+        QCOMPARE(exposure.offsetEV(), std::nullopt);
+        const QImage frame = halves(20, 230);
+        exposure.takeFrame(frame, target::frameLuminance(frame));
+        exposure.setPointOfInterest({0.75, 0.5});
+        exposure.setMode(mode);
+        const double metered = spot ? lin(230) : (lin(20) + lin(230)) / 2;
+        QVERIFY(exposure.offsetEV().has_value());
+        QVERIFY(std::fabs(*exposure.offsetEV() - target::offsetEV(metered)) < 1e-5);
+    }
+
+    void monitoringReportsEachLargeChangeOnce()
+    {
+        ExposureTarget exposure;
+        const auto take = [&exposure](int grey) {
+            return exposure.takeFrame(uniform(grey), lin(grey));
+        };
+        QVERIFY(!take(60));
+        QVERIFY(!take(200)); // not monitoring yet
+        exposure.setSubjectAreaMonitoring(true);
+        QVERIFY(!take(190));
+        QVERIFY(take(60));  // more than a stop darker than when monitoring began
+        QVERIFY(!take(65)); // measured from the reported scene now
+        QVERIFY(take(200));
+        exposure.setSubjectAreaMonitoring(false);
+        QVERIFY(!take(20));
+    }
+};
+
+QTEST_GUILESS_MAIN(ExposureTargetTest)
+#include "tst_exposuretarget.moc"

@@ -1,0 +1,343 @@
+#include "camera/facedetector.h"
+
+#include <QSignalSpy>
+#include <QTest>
+#include <QThread>
+
+#include <chrono>
+#include <deque>
+#include <map>
+
+using namespace kestrum;
+using namespace std::chrono_literals;
+
+namespace {
+
+// An analyser that finds the faces it is told to, and tracks each request with the
+// confidences scripted for it (one per pass; the last repeats), moving its box 2 px right.
+class ScriptedAnalyser final : public FaceAnalyser {
+public:
+    QList<QRect> faces;
+    std::map<quint64, std::deque<float>> confidences;
+    QList<quint64> withoutResult;
+    enum class Failure { none, detection, tracking, refinement } failure = Failure::none;
+    int detections = 0;
+
+    QList<QRect> detectFaces(const QImage&) override
+    {
+        ++detections;
+        failIf(Failure::detection);
+        return faces;
+    }
+
+    std::optional<FaceTrackingResult> track(const QImage&,
+                                            const FaceTrackingRequest& request) override
+    {
+        failIf(Failure::tracking);
+        if (withoutResult.contains(request.id())) {
+            return std::nullopt;
+        }
+        auto& script = confidences[request.id()];
+        const float confidence = script.empty() ? 0.9f : script.front();
+        if (script.size() > 1) {
+            script.pop_front();
+        }
+        return FaceTrackingResult{request.box().translated(2, 0), confidence};
+    }
+
+    // Fitting grows the box by one pixel on each side, so that observations show it.
+    QRect refine(const QImage&, const QRect& trackedBox) override
+    {
+        failIf(Failure::refinement);
+        return trackedBox.adjusted(-1, -1, 1, 1);
+    }
+
+private:
+    void failIf(Failure stage) const
+    {
+        if (failure == stage) {
+            throw FaceAnalyserException(FaceAnalyserError::analysisFailed, "boom");
+        }
+    }
+};
+
+// Runs every piece of work at once, on the calling thread.
+const FaceDetector::Executor kRunAtOnce = [](std::function<void()> work) { work(); };
+
+// Small frames stay at full size in analysis, so boxes are in frame pixels.
+constexpr QSize kFrameSize(80, 60);
+
+CameraFrame frameAt(std::optional<std::chrono::microseconds> time, QSize size = kFrameSize)
+{
+    QImage image(size, QImage::Format_RGB32);
+    image.fill(Qt::gray);
+    return CameraFrame{image, time};
+}
+
+// Analysed frames: each on an even millisecond.
+CameraFrame frame(int index)
+{
+    return frameAt(std::chrono::milliseconds(2 * index));
+}
+
+struct Fixture {
+    std::shared_ptr<ScriptedAnalyser> analyser = std::make_shared<ScriptedAnalyser>();
+    FaceDetector detector{analyser, kRunAtOnce};
+    QSignalSpy observed{&detector, &FaceDetector::faceObserved};
+
+    Fixture() { detector.setIsActive(true); }
+
+    QList<FaceObservation> observations() const
+    {
+        QList<FaceObservation> result;
+        for (const QList<QVariant>& arguments : observed) {
+            result.append(arguments.at(0).value<FaceObservation>());
+        }
+        return result;
+    }
+};
+
+} // namespace
+
+class FaceDetectorTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void gate_data()
+    {
+        QTest::addColumn<bool>("active");
+        QTest::addColumn<std::optional<std::chrono::microseconds>>("time");
+        QTest::addColumn<bool>("analysed");
+        QTest::newRow("1.0005 s is 1000 ms: analysed") << true << std::optional(1000500us) << true;
+        QTest::newRow("1.0015 s is 1001 ms: skipped") << true << std::optional(1001500us) << false;
+        QTest::newRow("1.9999 s truncates to odd 1999 ms")
+            << true << std::optional(1999900us) << false;
+        QTest::newRow("zero is even") << true << std::optional(0us) << true;
+        QTest::newRow("no time stamp")
+            << true << std::optional<std::chrono::microseconds>() << false;
+        QTest::newRow("inactive") << false << std::optional(1000500us) << false;
+    }
+
+    void gate()
+    {
+        QFETCH(bool, active);
+        QFETCH(std::optional<std::chrono::microseconds>, time);
+        QFETCH(bool, analysed);
+        Fixture f;
+        f.detector.setIsActive(active);
+
+        f.detector.process(frameAt(time, QSize(64, 48)));
+
+        QCOMPARE(f.analyser->detections, analysed ? 1 : 0);
+        QCOMPARE(f.detector.imageSize(), analysed ? std::optional(QSize(48, 64)) : std::nullopt);
+    }
+
+    void imageSizeIsFixedByTheFirstAnalysedFrame()
+    {
+        Fixture f;
+        f.detector.process(frameAt(1ms, QSize(32, 24)));
+        f.detector.process(frameAt(2ms, QSize(64, 48)));
+        f.detector.process(frameAt(4ms, QSize(128, 96)));
+        QCOMPARE(f.detector.imageSize(), std::optional(QSize(48, 64)));
+    }
+
+    void frameWithoutPixelsIsLogged()
+    {
+        Fixture f;
+        QTest::ignoreMessage(QtWarningMsg,
+                             "Failed to obtain a CVPixelBuffer for the current output frame.");
+        f.detector.process(CameraFrame{QImage(), 2ms});
+        QCOMPARE(f.analyser->detections, 0);
+    }
+
+    void detectsThenTracksEachFace()
+    {
+        Fixture f;
+        f.analyser->faces = {QRect(10, 10, 20, 20), QRect(50, 30, 16, 16)};
+
+        f.detector.process(frame(1));
+        QCOMPARE(f.detector.trackingRequests().size(), 2);
+        QCOMPARE(f.observed.size(), 0);
+
+        f.detector.process(frame(2));
+        f.detector.process(frame(3));
+
+        QCOMPARE(f.analyser->detections, 1);
+        QCOMPARE(f.detector.counters().trackingPasses, 2);
+        const QSizeF size(kFrameSize);
+        QCOMPARE(f.observations(),
+                 (QList<FaceObservation>{
+                     FaceObservation::fromFrameRect(QRect(11, 9, 22, 22), size, 0.9f),
+                     FaceObservation::fromFrameRect(QRect(51, 29, 18, 18), size, 0.9f),
+                     FaceObservation::fromFrameRect(QRect(13, 9, 22, 22), size, 0.9f),
+                     FaceObservation::fromFrameRect(QRect(53, 29, 18, 18), size, 0.9f)}));
+        QCOMPARE(f.detector.trackingRequests()[0].box(), QRect(14, 10, 20, 20));
+    }
+
+    // A face at exactly 0.3 is shown once more and then gone; the next analysed frame
+    // detects, and the dropped request comes back with it only to leave again.
+    void weakFaceLeavesAndDetectionResumes()
+    {
+        Fixture f;
+        f.analyser->faces = {QRect(10, 10, 20, 20)};
+        f.analyser->confidences[0] = {0.9f, 0.3f, 0.9f};
+
+        f.detector.process(frame(1)); // detects
+        f.detector.process(frame(2)); // 0.9
+        f.detector.process(frame(3)); // 0.3: marked, shown once more
+        QCOMPARE(f.observed.size(), 2);
+        QCOMPARE(f.observations().last().confidence, 0.3f);
+        QVERIFY(f.detector.trackingRequests()[0].isLastFrame());
+
+        f.detector.process(frame(4)); // dropped
+        QCOMPARE(f.observed.size(), 2);
+        QVERIFY(f.detector.trackingRequests().isEmpty());
+
+        f.detector.process(frame(5)); // detects again
+        QCOMPARE(f.analyser->detections, 2);
+        const QList<FaceTrackingRequest> requests = f.detector.trackingRequests();
+        QCOMPARE(requests.size(), 2);
+        QVERIFY(requests[0].isLastFrame());
+        QVERIFY(!requests[1].isLastFrame());
+
+        f.detector.process(frame(6));
+        QCOMPARE(f.detector.trackingRequests().size(), 1);
+        QCOMPARE(f.detector.trackingRequests()[0].id(), quint64(1));
+        QCOMPARE(f.observed.size(), 3);
+        QCOMPARE(f.detector.counters().detectionPasses, 2);
+        QCOMPARE(f.detector.counters().trackingPasses, 4);
+    }
+
+    void requestWithoutResultAbandonsTheFrame()
+    {
+        Fixture f;
+        f.analyser->faces = {QRect(10, 10, 20, 20), QRect(50, 30, 16, 16)};
+        f.detector.process(frame(1));
+        f.analyser->withoutResult = {1};
+
+        f.detector.process(frame(2));
+
+        QCOMPARE(f.observed.size(), 0);
+        QCOMPARE(f.detector.trackingRequests().size(), 2);
+        QCOMPARE(f.detector.trackingRequests()[0].box(), QRect(10, 10, 20, 20));
+    }
+
+    void failedDetectionIsLoggedAndTheNextFrameDetects()
+    {
+        Fixture f;
+        f.analyser->faces = {QRect(10, 10, 20, 20)};
+        f.analyser->failure = ScriptedAnalyser::Failure::detection;
+        QTest::ignoreMessage(QtWarningMsg, "Failed to perform FaceRectangleRequest: boom");
+
+        f.detector.process(frame(1));
+
+        QVERIFY(f.detector.trackingRequests().isEmpty());
+        f.analyser->failure = ScriptedAnalyser::Failure::none;
+        f.detector.process(frame(2));
+        QCOMPARE(f.detector.trackingRequests().size(), 1);
+    }
+
+    void failedTrackingStageIsLoggedAndDropped_data()
+    {
+        QTest::addColumn<int>("failure");
+        QTest::addColumn<QString>("message");
+        QTest::addColumn<int>("boxXAfter");
+        QTest::newRow("tracking keeps the list as it was")
+            << int(ScriptedAnalyser::Failure::tracking) << "Failed to perform SequenceRequest: boom"
+            << 10;
+        QTest::newRow("fitting still moves the requests")
+            << int(ScriptedAnalyser::Failure::refinement)
+            << "Failed to perform FaceLandmarkRequest: boom" << 12;
+    }
+
+    // A failure costs its frame's observations only; the next frame goes on tracking.
+    void failedTrackingStageIsLoggedAndDropped()
+    {
+        QFETCH(int, failure);
+        QFETCH(QString, message);
+        QFETCH(int, boxXAfter);
+        Fixture f;
+        f.analyser->faces = {QRect(10, 10, 20, 20)};
+        f.detector.process(frame(1));
+        f.analyser->failure = ScriptedAnalyser::Failure(failure);
+        QTest::ignoreMessage(QtWarningMsg, message.toUtf8().constData());
+
+        f.detector.process(frame(2));
+
+        QCOMPARE(f.observed.size(), 0);
+        QCOMPARE(f.detector.trackingRequests().size(), 1);
+        QCOMPARE(f.detector.trackingRequests()[0].box().x(), boxXAfter);
+        f.analyser->failure = ScriptedAnalyser::Failure::none;
+        f.detector.process(frame(3));
+        QCOMPARE(f.observed.size(), 1);
+    }
+
+    void inactiveDetectorReportsNothingAndKeepsItsFaces()
+    {
+        Fixture f;
+        f.analyser->faces = {QRect(10, 10, 20, 20)};
+        f.detector.process(frame(1));
+        QSignalSpy activeChanged(&f.detector, &FaceDetector::isActiveChanged);
+        f.detector.setIsActive(false);
+        QCOMPARE(activeChanged.size(), 1);
+
+        for (int i = 2; i < 6; ++i) {
+            f.detector.process(frame(i));
+        }
+
+        QCOMPARE(f.observed.size(), 0);
+        QCOMPARE(f.detector.counters().trackingPasses, 0);
+        QCOMPARE(f.detector.trackingRequests().size(), 1);
+        f.detector.setIsActive(true);
+        f.detector.process(frame(6));
+        QCOMPARE(f.observed.size(), 1);
+    }
+
+    // While the worker holds a frame, newer frames are skipped rather than queued.
+    void framesArrivingWhileBusyAreSkipped()
+    {
+        auto analyser = std::make_shared<ScriptedAnalyser>();
+        analyser->faces = {QRect(10, 10, 20, 20)};
+        std::vector<std::function<void()>> pending;
+        FaceDetector detector(analyser,
+                              [&](std::function<void()> work) { pending.push_back(work); });
+        detector.setIsActive(true);
+
+        detector.process(frame(1));
+        detector.process(frame(2));
+        detector.process(frame(3));
+        QCOMPARE(pending.size(), 1u);
+        QCOMPARE(detector.counters().framesSkippedWhileBusy, 2);
+        QVERIFY(detector.trackingRequests().isEmpty());
+
+        pending.front()();
+        QCOMPARE(detector.trackingRequests().size(), 1);
+        detector.process(frame(4));
+        QCOMPARE(pending.size(), 2u);
+        QCOMPARE(detector.counters().trackingPasses, 1);
+    }
+
+    void workerResultsArriveOnTheMainThread()
+    {
+        auto analyser = std::make_shared<ScriptedAnalyser>();
+        analyser->faces = {QRect(10, 10, 20, 20)};
+        FaceDetector detector(analyser);
+        detector.setIsActive(true);
+        QSignalSpy analysed(&detector, &FaceDetector::frameAnalysed);
+        QThread* observedOn = nullptr;
+        connect(&detector, &FaceDetector::faceObserved, this,
+                [&] { observedOn = QThread::currentThread(); });
+
+        detector.process(frame(1));
+        detector.process(frame(2)); // the first is still with the worker
+        QCOMPARE(detector.counters().framesSkippedWhileBusy, 1);
+        QVERIFY(analysed.wait(10000));
+        detector.process(frame(3));
+        QVERIFY(analysed.wait(10000));
+
+        QCOMPARE(observedOn, QThread::currentThread());
+    }
+};
+
+QTEST_GUILESS_MAIN(FaceDetectorTest)
+#include "tst_facedetector.moc"

@@ -1,0 +1,259 @@
+// The face detector on OpenCV, fed real footage: a film clip with a moving face and a
+// football photograph.
+#include "camera/faceanalyseropencv.h"
+#include "camera/faceanalysisimage.h"
+#include "camera/facedetector.h"
+
+#include <QPainter>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <opencv2/core.hpp>
+#include <opencv2/videoio.hpp>
+
+#include <chrono>
+#include <cmath>
+
+using namespace kestrum;
+using namespace std::chrono_literals;
+
+namespace {
+
+const QString kFootage = QStringLiteral(KESTRUM_FOOTAGE_DIR);
+
+const FaceDetector::Executor kRunAtOnce = [](std::function<void()> work) { work(); };
+
+// The clip's last shot, a close-up of one face that moves and turns.
+constexpr int kCloseUpFirst = 200;
+
+QList<QImage> readClip(const QString& path)
+{
+    cv::VideoCapture capture(path.toStdString());
+    QList<QImage> frames;
+    cv::Mat frame;
+    while (capture.read(frame)) {
+        frames.append(
+            QImage(frame.data, frame.cols, frame.rows, qsizetype(frame.step), QImage::Format_BGR888)
+                .copy());
+    }
+    return frames;
+}
+
+// Frames about 24 per second, each on an even millisecond so that all are analysed.
+CameraFrame frameAt(const QImage& image, int index)
+{
+    return CameraFrame{image, std::chrono::milliseconds(42 * index)};
+}
+
+double overlap(const QRectF& a, const QRectF& b)
+{
+    const QRectF common = a.intersected(b);
+    const double shared = common.width() * common.height();
+    return shared / (a.width() * a.height() + b.width() * b.height() - shared);
+}
+
+struct Run {
+    std::shared_ptr<FaceAnalyserOpenCv> analyser = std::make_shared<FaceAnalyserOpenCv>();
+    FaceDetector detector{analyser, kRunAtOnce};
+    QList<FaceObservation> observations;
+    int frameCount = 0;
+
+    Run()
+    {
+        detector.setIsActive(true);
+        QObject::connect(&detector, &FaceDetector::faceObserved,
+                         [this](const FaceObservation& o) { observations.append(o); });
+    }
+
+    void feed(const QImage& image) { detector.process(frameAt(image, frameCount++)); }
+};
+
+} // namespace
+
+class FaceDetectorFootageTest : public QObject {
+    Q_OBJECT
+
+    QList<QImage> m_clip;
+    QImage m_photo;
+
+private slots:
+    void initTestCase()
+    {
+        m_clip = readClip(kFootage + "/Megamind.avi");
+        QCOMPARE(m_clip.size(), 270);
+        QVERIFY(m_photo.load(kFootage + "/messi5.jpg"));
+    }
+
+    void photoHasAFace()
+    {
+        Run run;
+        run.feed(m_photo);
+        QVERIFY(!run.detector.trackingRequests().isEmpty());
+        run.feed(m_photo);
+        QVERIFY(!run.observations.isEmpty());
+        const QRectF unit(0, 0, 1, 1);
+        for (const FaceObservation& o : run.observations) {
+            QVERIFY(unit.contains(o.boundingBox));
+            QVERIFY(o.confidence > 0.9f);
+        }
+    }
+
+    void faceIsFollowedByTrackingNotRedetection()
+    {
+        Run run;
+        for (const QImage& image : m_clip) {
+            run.feed(image);
+        }
+        const auto counters = run.detector.counters();
+        QVERIFY(counters.detectionPasses <= 10);
+        QVERIFY(counters.trackingPasses >= 250);
+        QVERIFY(run.observations.size() >= 250);
+
+        // Through the close-up, both the tracker's box and the reported (fitted) box stay
+        // on the face that the cascade finds anew in each frame.
+        FaceAnalyserOpenCv reference;
+        int trackerOnFace = 0;
+        int reportedOnFace = 0;
+        int checked = 0;
+        Run closeUp;
+        for (int i = kCloseUpFirst; i < m_clip.size(); ++i) {
+            const qsizetype before = closeUp.observations.size();
+            closeUp.feed(m_clip[i]);
+            const QImage analysed = faceAnalysisImage(m_clip[i]);
+            const QList<QRect> faces = reference.detectFaces(analysed);
+            if (closeUp.observations.size() == before + 1 && faces.size() == 1) {
+                ++checked;
+                const QRect tracked = closeUp.detector.trackingRequests().first().box();
+                trackerOnFace += faces.first().contains(tracked.center()) ? 1 : 0;
+                const QRectF box = closeUp.observations.last().frameRect(analysed.size());
+                reportedOnFace += overlap(box, faces.first()) > 0.5 ? 1 : 0;
+            }
+        }
+        QVERIFY(checked >= 40);
+        QVERIFY2(trackerOnFace >= checked * 9 / 10, qPrintable(QString::number(trackerOnFace)));
+        QVERIFY2(reportedOnFace >= checked * 9 / 10, qPrintable(QString::number(reportedOnFace)));
+    }
+
+    // A camera panning over a still of the close-up: the face moves a known distance
+    // each frame, and the tracker must move with it.
+    void trackerFollowsAPanningCamera()
+    {
+        const QImage still = m_clip[240];
+        constexpr QSize kWindow(560, 420);
+        constexpr QPoint kPanPerFramePx(5, 3);
+        constexpr double kAnalysisScale = double(kFaceAnalysisLongSidePx) / kWindow.width();
+        // Whole pixels, so the rounding of a sub-pixel pan, but no drift.
+        constexpr double kToleratedErrorPx = 1.0;
+        Run run;
+        run.feed(still.copy(QRect(QPoint(), kWindow)));
+        QCOMPARE(run.detector.trackingRequests().size(), 1);
+        const QPointF start = QRectF(run.detector.trackingRequests().first().box()).center();
+
+        for (int i = 1; i <= 30; ++i) {
+            run.feed(still.copy(QRect(kPanPerFramePx * i, kWindow)));
+            QCOMPARE(run.detector.trackingRequests().size(), 1);
+            const QPointF expected = start - QPointF(kPanPerFramePx * i) * kAnalysisScale;
+            const QPointF tracked = QRectF(run.detector.trackingRequests().first().box()).center();
+            const QPointF error = tracked - expected;
+            QVERIFY2(std::abs(error.x()) <= kToleratedErrorPx &&
+                         std::abs(error.y()) <= kToleratedErrorPx,
+                     qPrintable(QStringLiteral("frame %1").arg(i)));
+        }
+        QCOMPARE(run.detector.counters().detectionPasses, 1);
+        QCOMPARE(run.observations.size(), 30);
+    }
+
+    void detectionResumesAfterTheFaceIsLost()
+    {
+        Run run;
+        for (int i = kCloseUpFirst; i < kCloseUpFirst + 10; ++i) {
+            run.feed(m_clip[i]);
+        }
+        QVERIFY(!run.detector.trackingRequests().isEmpty());
+        const int detectionsWhileFollowing = run.detector.counters().detectionPasses;
+
+        QImage blank(m_clip.first().size(), QImage::Format_RGB32);
+        blank.fill(QColor(90, 90, 90));
+        for (int i = 0;
+             i < 4 && run.detector.counters().detectionPasses == detectionsWhileFollowing; ++i) {
+            run.feed(blank);
+        }
+        QCOMPARE(run.detector.counters().detectionPasses, detectionsWhileFollowing + 1);
+
+        const qsizetype observedBefore = run.observations.size();
+        for (int i = kCloseUpFirst + 10; i < kCloseUpFirst + 20; ++i) {
+            run.feed(m_clip[i]);
+        }
+        QVERIFY(run.detector.counters().detectionPasses > detectionsWhileFollowing + 1);
+        QVERIFY(run.observations.size() - observedBefore >= 6);
+    }
+
+    // Two faces from different shots, side by side in one landscape frame.
+    void twoFacesGiveTwoRequestsAndTwoObservations()
+    {
+        FaceAnalyserOpenCv analyser;
+        const auto faceCrop = [&](const QImage& frame) {
+            const QImage analysed = faceAnalysisImage(frame);
+            const QList<QRect> faces = analyser.detectFaces(analysed);
+            const QRect face =
+                *std::max_element(faces.begin(), faces.end(), [](const QRect& a, const QRect& b) {
+                    return a.width() < b.width();
+                });
+            const double scale = double(frame.width()) / analysed.width();
+            const QRect inFrame(int(face.x() * scale), int(face.y() * scale),
+                                int(face.width() * scale), int(face.height() * scale));
+            const int margin = inFrame.width() / 2;
+            return frame.copy(inFrame.adjusted(-margin, -margin, margin, margin))
+                .scaled(300, 300, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+        };
+        QImage composed(640, 480, QImage::Format_RGB32);
+        composed.fill(Qt::black);
+        {
+            QPainter painter(&composed);
+            painter.drawImage(10, 90, faceCrop(m_clip[40]));
+            painter.drawImage(330, 90, faceCrop(m_clip[240]));
+        }
+
+        Run run;
+        run.feed(composed);
+        QCOMPARE(run.detector.trackingRequests().size(), 2);
+        for (int i = 0; i < 3; ++i) {
+            const qsizetype before = run.observations.size();
+            run.feed(composed);
+            QCOMPARE(run.observations.size() - before, 2);
+        }
+        // One face in each half of the frame.
+        const QRectF a = run.observations[0].frameRect(composed.size());
+        const QRectF b = run.observations[1].frameRect(composed.size());
+        QVERIFY((a.center().x() < 320) != (b.center().x() < 320));
+    }
+
+    void inactiveDetectorReportsNothingWithFacesInView()
+    {
+        Run run;
+        run.detector.setIsActive(false);
+        for (int i = kCloseUpFirst; i < kCloseUpFirst + 10; ++i) {
+            run.feed(m_clip[i]);
+        }
+        QVERIFY(run.observations.isEmpty());
+        QCOMPARE(run.detector.counters().detectionPasses, 0);
+    }
+
+    // The detector's own worker thread, waited for frame by frame.
+    void ownWorkerFollowsTheFace()
+    {
+        FaceDetector detector(std::make_shared<FaceAnalyserOpenCv>());
+        detector.setIsActive(true);
+        QSignalSpy analysed(&detector, &FaceDetector::frameAnalysed);
+        QSignalSpy observed(&detector, &FaceDetector::faceObserved);
+        for (int i = kCloseUpFirst; i < kCloseUpFirst + 10; ++i) {
+            detector.process(frameAt(m_clip[i], i));
+            QVERIFY(analysed.wait(20000));
+        }
+        QVERIFY(observed.size() >= 8);
+        QCOMPARE(detector.counters().detectionPasses, 1);
+    }
+};
+
+QTEST_GUILESS_MAIN(FaceDetectorFootageTest)
+#include "tst_facedetectorfootage.moc"

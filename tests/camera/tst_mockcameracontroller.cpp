@@ -1,0 +1,142 @@
+#include "camera/anycameracontroller.h"
+#include "camera/cameracontrollererror.h"
+#include "camera/mockcameracontroller.h"
+
+#include <QProcess>
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace kestrum;
+
+namespace {
+QStringList titles(const QList<ZoomOption>& options)
+{
+    QStringList out;
+    for (const ZoomOption& o : options)
+        out.append(o.title);
+    return out;
+}
+} // namespace
+
+class MockCameraControllerTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void presetsBySimulatedDevice_data()
+    {
+        QTest::addColumn<QString>("model");
+        QTest::addColumn<QStringList>("titles");
+        QTest::newRow("triple camera") << "iPhone14,3" << QStringList{"0.5", "1", "3"};
+        QTest::newRow("dual camera") << "iPhone10,5" << QStringList{"1", "2"};
+        QTest::newRow("tablet with ultra-wide") << "iPad13,10" << QStringList{"0.5", "1"};
+        QTest::newRow("tablet") << "iPad7,1" << QStringList{"1"};
+        QTest::newRow("unknown device") << "Pixel" << QStringList{"1"};
+        QTest::newRow("no device") << "" << QStringList{"1"};
+    }
+
+    void presetsBySimulatedDevice()
+    {
+        QFETCH(QString, model);
+        QFETCH(QStringList, titles);
+        const MockCameraController mock(AuthorizationStatus::authorized,
+                                        model.isEmpty() ? std::nullopt : std::optional(model),
+                                        false);
+        QCOMPARE(::titles(mock.zoomOptions()), titles);
+        // The current option is the factor-2 preset whatever the device.
+        QCOMPARE(mock.currentZoomOption()->factor, 2.0f);
+        QCOMPARE(mock.currentZoomOption()->activeTitle, u"1×"_qs);
+    }
+
+    void unknownDeviceStopsAScreenshotRun()
+    {
+        if (qEnvironmentVariableIsSet("KESTRUM_MOCK_PROBE")) {
+            MockCameraController(AuthorizationStatus::authorized, QStringLiteral("iPhone99,9"),
+                                 true);
+            return; // never reached when the device is refused
+        }
+        QProcess probe;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("KESTRUM_MOCK_PROBE", "1");
+        probe.setProcessEnvironment(environment);
+        probe.start(QCoreApplication::applicationFilePath(), {"unknownDeviceStopsAScreenshotRun"});
+        QVERIFY(probe.waitForFinished(30000));
+        QVERIFY(probe.exitStatus() == QProcess::CrashExit || probe.exitCode() != 0);
+        // Qt Test reports the fatal message on stdout, a bare program on stderr.
+        const QByteArray output = probe.readAllStandardOutput() + probe.readAllStandardError();
+        QVERIFY(output.contains("Unsupported Simulator Device"));
+    }
+
+    void lightValueIsTenOnceForEverySubscriber()
+    {
+        const MockCameraController mock(AuthorizationStatus::authorized, std::nullopt, false);
+        QObject context;
+        QList<double> first;
+        QList<double> second;
+        mock.lv().subscribe(&context, [&first](double v) { first.append(v); });
+        const_cast<MockCameraController&>(mock).measure();
+        mock.lv().subscribe(&context, [&second](double v) { second.append(v); });
+        QCOMPARE(first, QList<double>{10.0});
+        QCOMPARE(second, QList<double>{10.0});
+    }
+
+    void boxForwardsToTheController()
+    {
+        auto mock = std::make_shared<MockCameraController>(AuthorizationStatus::denied,
+                                                           QStringLiteral("iPhone14,3"), false);
+        AnyCameraController box(mock);
+        QSignalSpy willChange(&box, &AnyCameraController::objectWillChange);
+
+        QCOMPARE(box.authorizationStatus(), AuthorizationStatus::denied);
+        QCOMPARE(box.zoomOptions(), mock->zoomOptions());
+        box.setCurrentZoomOption(mock->zoomOptions().first());
+        QCOMPARE(mock->currentZoomOption()->title, "0.5");
+        box.setInteractiveZoomFactor(1.7f);
+        QCOMPARE(mock->interactiveZoomFactor(), 1.7f);
+        QCOMPARE(willChange.size(), 2);
+        QVERIFY(box.sessionIsRunning());
+        QCOMPARE(box.session(), nullptr);
+        QVERIFY(box.logExposure().isFinished());
+    }
+
+    void boxKeepsTheProviderItWasBuiltWith()
+    {
+        auto mock = std::make_shared<MockCameraController>(AuthorizationStatus::authorized,
+                                                           std::nullopt, false);
+        AnyCameraController box(mock);
+        QVERIFY(!box.getMetadata());
+        box.setGetMetadata([] { return QtFuture::makeReadyFuture(QVariantMap{{"a", 1}}); });
+        QVERIFY(mock->getMetadata()); // set through to the controller
+        QVERIFY(!box.getMetadata());  // the box's copy is the one taken at construction
+    }
+
+    void errorTexts_data()
+    {
+        QTest::addColumn<int>("error");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("session") << int(CameraControllerError::sessionCantBeCreated)
+                                 << "Unable to create capture session.";
+        QTest::newRow("device") << int(CameraControllerError::noCameraDevice)
+                                << "No camera device found.";
+        QTest::newRow("input") << int(CameraControllerError::inputCantBeCreated)
+                               << "Unable to create capture input.";
+        QTest::newRow("add input")
+            << int(CameraControllerError::inputCantBeAdded) << "Unable to add capture input.";
+        QTest::newRow("add output")
+            << int(CameraControllerError::outputCantBeAdded) << "Unable to add capture output.";
+        QTest::newRow("capture") << int(CameraControllerError::captureFailed) << "Capture failed.";
+        QTest::newRow("unknown keeps its spelling")
+            << int(CameraControllerError::unknown) << "Unknown error occured.";
+    }
+
+    void errorTexts()
+    {
+        QFETCH(int, error);
+        QFETCH(QString, text);
+        const CameraControllerException exception(static_cast<CameraControllerError>(error));
+        QCOMPARE(exception.errorDescription(), text);
+        QCOMPARE(QString::fromUtf8(exception.what()), text);
+    }
+};
+
+QTEST_GUILESS_MAIN(MockCameraControllerTest)
+#include "tst_mockcameracontroller.moc"

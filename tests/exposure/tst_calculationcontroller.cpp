@@ -1,0 +1,204 @@
+#include "camera/anycameracontroller.h"
+#include "camera/scriptedcameracontroller.h"
+#include "exposure/calculationcontroller.h"
+#include "platform/manualclock.h"
+#include "platform/memorypreferencestore.h"
+#include "settings/profilesettings.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace kestrum;
+
+namespace {
+
+// A meter on a scripted camera, a fresh profile and a clock that moves on demand.
+struct Meter {
+    explicit Meter(double lightValue = 10.0, Mode mode = Mode::av)
+        : camera(std::make_shared<ScriptedCameraController>(lightValue))
+    {
+        settings.setMode(mode);
+        controller = std::make_unique<CalculationController>(calculator, box, &settings, clock);
+    }
+
+    MemoryPreferenceStore store;
+    ProfileSettings settings{QStringLiteral("default"), store};
+    Calculator calculator{[this] { return &settings; }};
+    std::shared_ptr<ScriptedCameraController> camera;
+    AnyCameraController box{camera};
+    ManualClock clock;
+    std::unique_ptr<CalculationController> controller;
+};
+
+} // namespace
+
+class CalculationControllerTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void firstReadingIsComputedAtOnce()
+    {
+        Meter meter(10.0);
+        // EV 10 at f/2.8: 7.997/1024 s is nearest to 1/125.
+        QCOMPARE(meter.controller->speed().display, "125");
+        QCOMPARE(meter.controller->iso().display, "100");
+        QCOMPARE(meter.controller->aperture().display, "2.8");
+        QCOMPARE(meter.controller->exposureError(), std::nullopt);
+    }
+
+    void throttlePassesTheLatestValueAtMostEveryInterval()
+    {
+        Meter meter(10.0);
+        QSignalSpy speeds(meter.controller.get(), &CalculationController::speedChanged);
+        // Within one interval: 11, 13, 12 arrive; only 12 is applied, at the interval's end.
+        meter.camera->send(11.0);
+        meter.camera->send(13.0);
+        meter.camera->send(12.0);
+        QCOMPARE(speeds.size(), 0);
+        meter.clock.advance(CalculationController::kThrottleIntervalMs);
+        QCOMPARE(speeds.size(), 1);
+        QCOMPARE(meter.controller->speed().display, "500"); // EV 12 at f/2.8: ~1/512
+        // After a quiet interval the next value goes through at once.
+        meter.clock.advance(CalculationController::kThrottleIntervalMs);
+        meter.camera->send(9.0);
+        QCOMPARE(meter.controller->speed().display, "60");
+    }
+
+    void throttleBoundsRecomputationWhateverTheInputRate()
+    {
+        Meter meter(10.0);
+        QSignalSpy speeds(meter.controller.get(), &CalculationController::speedChanged);
+        // A scene brightening by a stop every interval, read every millisecond.
+        for (int ms = 0; ms < 3000; ++ms) {
+            meter.camera->send(5.0 + ms / double(CalculationController::kThrottleIntervalMs));
+            meter.clock.advance(1);
+        }
+        QVERIFY2(speeds.size() <= 11, qPrintable(QString::number(speeds.size())));
+        QVERIFY2(speeds.size() >= 8, qPrintable(QString::number(speeds.size())));
+    }
+
+    void onlyTheCurrentModesOutcomesApply()
+    {
+        Meter meter(10.0, Mode::tv);
+        const ShutterSpeed chosen = meter.controller->speed();
+        meter.camera->send(14.0);
+        meter.clock.advance(CalculationController::kThrottleIntervalMs);
+        QCOMPARE(meter.controller->speed(), chosen); // tv never computes the speed
+        QCOMPARE(meter.controller->aperture().display, "11");
+        // av's latest outcome applies at once: LV 14 at the f/11 just computed is 1/128.
+        meter.controller->setMode(Mode::av);
+        QCOMPARE(meter.controller->speed().display, "125");
+        QCOMPARE(meter.settings.mode(), Mode::av);
+    }
+
+    void errorFallbacksUseTheFullTableEnds_data()
+    {
+        QTest::addColumn<int>("mode");
+        QTest::addColumn<double>("lightValue");
+        QTest::addColumn<QString>("error");
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("tv too bright shows 45 despite a maximum of 16")
+            << int(Mode::tv) << 20.0 << "overexposed"
+            << "45";
+        QTest::newRow("tv too dark shows 0.7") << int(Mode::tv) << -2.0 << "underexposed"
+                                               << "0.7";
+        QTest::newRow("av too bright shows 8000") << int(Mode::av) << 20.0 << "overexposed"
+                                                  << "8000";
+        QTest::newRow("av too dark shows 30s") << int(Mode::av) << -2.0 << "underexposed"
+                                               << "30s";
+    }
+
+    void errorFallbacksUseTheFullTableEnds()
+    {
+        QFETCH(int, mode);
+        QFETCH(double, lightValue);
+        QFETCH(QString, error);
+        QFETCH(QString, shown);
+        Meter meter(lightValue, Mode(mode));
+        meter.settings.setMaximumAperture({Fraction::full, 16.0, "16"});
+        meter.clock.advance(CalculationController::kThrottleIntervalMs);
+        meter.camera->send(lightValue + 0.5);
+        meter.clock.advance(CalculationController::kThrottleIntervalMs);
+        QCOMPARE(meter.controller->exposureErrorText(), error);
+        const auto& c = *meter.controller;
+        QCOMPARE(Mode(mode) == Mode::tv ? c.aperture().display : c.speed().display, shown);
+    }
+
+    void manualDeviationAndItsLimits_data()
+    {
+        QTest::addColumn<double>("lightValue");
+        QTest::addColumn<QString>("error");
+        QTest::addColumn<QString>("shown");
+        // f/2.8 at 1/125 and ISO 100 expose correctly at LV ~10.
+        const double settings = Calculator::settingsLightValue(2.828, 0.0078125, 100.0, 0.0);
+        QTest::newRow("exactly -2 is shown") << settings - 2.0 << "" << u"\u22122"_qs;
+        QTest::newRow("exactly +2 is overexposed") << settings + 2.0 << "overexposed"
+                                                   << "10";
+        QTest::newRow("below -2 is underexposed")
+            << settings - 2.01 << "underexposed" << u"\u22123"_qs;
+        QTest::newRow("a stop bright") << settings + 1.0 << ""
+                                       << "1";
+    }
+
+    void manualDeviationAndItsLimits()
+    {
+        QFETCH(double, lightValue);
+        QFETCH(QString, error);
+        QFETCH(QString, shown);
+        Meter meter(lightValue, Mode::m);
+        QCOMPARE(meter.controller->exposureErrorText(), error);
+        QCOMPARE(meter.controller->manualExposure().display, shown);
+    }
+
+    void holdStopsMeasuringWithinOnePeriod()
+    {
+        Meter meter;
+        meter.clock.advance(3 * CalculationController::kMeasuringIntervalMs);
+        QCOMPARE(meter.camera->measureCount(), 3);
+        meter.controller->setHold(true);
+        meter.clock.advance(10 * CalculationController::kMeasuringIntervalMs);
+        QCOMPARE(meter.camera->measureCount(), 3);
+        meter.controller->setHold(false);
+        meter.clock.advance(CalculationController::kMeasuringIntervalMs);
+        QCOMPARE(meter.camera->measureCount(), 4);
+    }
+
+    void isoStepChangeResnapsCompensation()
+    {
+        Meter meter;
+        meter.settings.setFractionForISO(Fraction::half);
+        meter.clock.advance(0); // lets the reload run
+        meter.controller->setCompensation({Fraction::half, 0.5, "0.5"});
+        meter.settings.setFractionForISO(Fraction::third);
+        meter.clock.advance(0);
+        QCOMPARE(meter.controller->compensation(),
+                 (Compensation{Fraction::third, 0.66, u"\u2154"_qs}));
+    }
+
+    void choicesAreWrittenBackToTheProfile()
+    {
+        Meter meter(10.0, Mode::tv);
+        meter.controller->setSpeed({Fraction::full, 0.001953125, "500"});
+        meter.controller->setISO({Fraction::full, 400.0, "400"});
+        QCOMPARE(meter.settings.speed().value, 0.001953125);
+        QCOMPARE(meter.settings.iso().value, 400.0);
+        // The profile's own changes come back through a reload.
+        meter.settings.setMode(Mode::m);
+        QCOMPARE(meter.controller->mode(), Mode::tv);
+        meter.clock.advance(0);
+        QCOMPARE(meter.controller->mode(), Mode::m);
+    }
+
+    void reloadSnapsStoredValuesIntoTheLimits()
+    {
+        Meter meter;
+        meter.store.setDouble("default.iso", 12800.0);
+        meter.store.setDouble("default.aperture", 1.0);
+        meter.controller->reload();
+        QCOMPARE(meter.controller->iso().display, "1600");
+        QCOMPARE(meter.controller->aperture().display, "1.4");
+    }
+};
+
+QTEST_GUILESS_MAIN(CalculationControllerTest)
+#include "tst_calculationcontroller.moc"
