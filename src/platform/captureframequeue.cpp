@@ -69,4 +69,14 @@ void CaptureFrameQueue::start(Pending pending)
         });
 }
 
+void CaptureFrameQueue::pushVideoFrame(const QVideoFrame& frame)
+{
+    if (!frame.isValid())
+        return;
+    const std::optional<std::chrono::microseconds> time =
+        frame.startTime() >= 0 ? std::optional(std::chrono::microseconds(frame.startTime()))
+                               : std::nullopt;
+    push([frame] { return frame.toImage(); }, time);
+}
+
 } // namespace kestrum

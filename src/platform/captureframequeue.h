@@ -5,6 +5,7 @@
 #include <QImage>
 #include <QObject>
 #include <QThreadPool>
+#include <QVideoFrame>
 
 #include <chrono>
 #include <functional>
@@ -31,6 +32,9 @@ public:
     ~CaptureFrameQueue() override;
 
     void push(Job job, std::optional<std::chrono::microseconds> presentationTime);
+    /// Pushes a video frame of Qt Multimedia; holding the frame keeps its buffer, and its
+    /// conversion to an image happens on the worker.
+    void pushVideoFrame(const QVideoFrame& frame);
 
 signals:
     void frameReady(const kestrum::CameraFrame& frame, double frameLuminance);

@@ -144,7 +144,7 @@ void FileCaptureDevice::createInput()
     m_player->setVideoSink(m_sink);
     m_player->setLoops(QMediaPlayer::Infinite);
     m_player->setSource(QUrl::fromLocalFile(QFileInfo(m_path).absoluteFilePath()));
-    connect(m_sink, &QVideoSink::videoFrameChanged, this, &FileCaptureDevice::takeVideoFrame);
+    connect(m_sink, &QVideoSink::videoFrameChanged, m_frames, &CaptureFrameQueue::pushVideoFrame);
     connect(m_player, &QMediaPlayer::playbackStateChanged, this,
             [this](QMediaPlayer::PlaybackState state) {
                 setRunning(state == QMediaPlayer::PlayingState);
@@ -195,17 +195,6 @@ void FileCaptureDevice::nextStill()
         m_frames->push([path] { return QImage(path); }, time);
     }
     ++m_stillIndex;
-}
-
-void FileCaptureDevice::takeVideoFrame(const QVideoFrame& frame)
-{
-    if (!frame.isValid())
-        return;
-    const std::optional<std::chrono::microseconds> time =
-        frame.startTime() >= 0 ? std::optional(std::chrono::microseconds(frame.startTime()))
-                               : std::nullopt;
-    // Holding the frame keeps its buffer; the conversion happens on the worker.
-    m_frames->push([frame] { return frame.toImage(); }, time);
 }
 
 void FileCaptureDevice::takeFrame(const CameraFrame& frame, double frameLuminance)

@@ -89,7 +89,6 @@ private:
     void run();
     void setRunning(bool running);
     void nextStill();
-    void takeVideoFrame(const QVideoFrame& frame);
     void takeFrame(const CameraFrame& frame, double frameLuminance);
 
     QString m_path;

@@ -118,7 +118,7 @@ void QtCaptureDevice::createInput()
     connect(m_camera, &QCamera::activeChanged, this, &QtCaptureDevice::setRunning);
     connect(m_camera, &QCamera::errorOccurred, this,
             [](QCamera::Error, const QString& text) { qCWarning(lcCapture) << text; });
-    connect(m_sink, &QVideoSink::videoFrameChanged, this, &QtCaptureDevice::takeVideoFrame);
+    connect(m_sink, &QVideoSink::videoFrameChanged, m_frames, &CaptureFrameQueue::pushVideoFrame);
 }
 
 void QtCaptureDevice::startRunning()
@@ -139,17 +139,6 @@ void QtCaptureDevice::setRunning(bool running)
 {
     m_running = running;
     emit runningChanged(running);
-}
-
-void QtCaptureDevice::takeVideoFrame(const QVideoFrame& frame)
-{
-    if (!frame.isValid())
-        return;
-    const std::optional<std::chrono::microseconds> time =
-        frame.startTime() >= 0 ? std::optional(std::chrono::microseconds(frame.startTime()))
-                               : std::nullopt;
-    // Holding the frame keeps its buffer; the conversion happens on the worker.
-    m_frames->push([frame] { return frame.toImage(); }, time);
 }
 
 void QtCaptureDevice::takeFrame(const CameraFrame& frame, double frameLuminance)

@@ -74,7 +74,6 @@ public:
 private:
     void run();
     void setRunning(bool running);
-    void takeVideoFrame(const QVideoFrame& frame);
     void takeFrame(const CameraFrame& frame, double frameLuminance);
 
     PreferenceStore& m_preferences;
