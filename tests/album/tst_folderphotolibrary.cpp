@@ -23,23 +23,18 @@ QStringList entries(const QString& folder)
 }
 
 // A file system mounted for one test, unmounted when it ends.
-class Mount {
-public:
-    Mount(const QString& path, const QString& options)
-        : m_path(path)
-    {
-        m_mounted = QProcess::execute("mount", {"-t", "tmpfs", "-o", options, "tmpfs", path}) == 0;
-    }
+struct Mount {
+    QString path;
+    bool mounted;
+    Mount(const QString& at, const QString& options)
+        : path(at)
+        , mounted(QProcess::execute("mount", {"-t", "tmpfs", "-o", options, "tmpfs", at}) == 0)
+    {}
     ~Mount()
     {
-        if (m_mounted)
-            QProcess::execute("umount", {m_path});
+        if (mounted)
+            QProcess::execute("umount", {path});
     }
-    bool mounted() const { return m_mounted; }
-
-private:
-    QString m_path;
-    bool m_mounted = false;
 };
 
 bool canWriteIn(const QString& folder)
@@ -52,8 +47,7 @@ bool canWriteIn(const QString& folder)
 
 } // namespace
 
-// The photo library as a folder: permission from the file system, safe copies, dates,
-// damaged files, and changes made by other programs.
+// The photo library as a folder: permission, safe copies, dates, damage, outside changes.
 class FolderPhotoLibraryTest : public QObject {
     Q_OBJECT
 
@@ -94,7 +88,7 @@ private slots:
 
     void authorization_data()
     {
-        QTest::addColumn<QString>("inTheWay"); // a file at this path, relative to the dir
+        QTest::addColumn<QString>("inTheWay"); // a file at this path in the dir
         QTest::addColumn<Authorization>("before");
         QTest::addColumn<Authorization>("after");
         QTest::newRow("not made yet")
@@ -120,7 +114,7 @@ private slots:
         QCOMPARE(QFileInfo(m_root).isDir(), after == Authorization::authorized);
     }
 
-    void savesDatedCopiesUnderNewNames()
+    void savesDatedCopiesUnderNewNamesAndKeepsAPhotosOwnDate()
     {
         FolderPhotoLibrary library(m_root, m_metadata);
         PhotoAlbum album(library, m_metadata);
@@ -142,24 +136,17 @@ private slots:
         QVERIFY(stored->value(key::kExifDictionary).toMap().contains(key::kDateTimeOriginal));
         QTRY_COMPARE(album.loggedExposures().size(), 2);
         QCOMPARE(album.loggedExposures().first().localIdentifier(), second);
-    }
 
-    void keepsTheDateAPhotoCarries()
-    {
-        FolderPhotoLibrary library(m_root, m_metadata);
-        PhotoAlbum album(library, m_metadata);
+        // A photo that carries its own date keeps it, and sorts after those dated now.
         auto old = exposureMetadata("100", "8", "125", 0);
         QVariantMap exif = old.value(key::kExifDictionary).toMap();
         exif.insert(key::kDateTimeOriginal, "2020:01:02 03:04:05");
         old.insert(key::kExifDictionary, exif);
         const QString fromBefore = saveInto(album, source("old.jpeg", loggedJpeg(m_metadata, old)));
-        const QString fromNow =
-            saveInto(album, source("new.jpeg",
-                                   loggedJpeg(m_metadata, exposureMetadata("200", "8", "125", 0))));
-        QTRY_COMPARE(album.loggedExposures().size(), 2);
-        QCOMPARE(album.loggedExposures().at(0).localIdentifier(), fromNow);
-        QCOMPARE(album.loggedExposures().at(1).localIdentifier(), fromBefore);
-        QCOMPARE(album.loggedExposures().at(1).date(),
+        QTRY_COMPARE(album.loggedExposures().size(), 3);
+        QCOMPARE(album.loggedExposures().at(0).localIdentifier(), second);
+        QCOMPARE(album.loggedExposures().at(2).localIdentifier(), fromBefore);
+        QCOMPARE(album.loggedExposures().at(2).date(),
                  QDateTime(QDate(2020, 1, 2), QTime(3, 4, 5)));
     }
 
@@ -174,10 +161,10 @@ private slots:
         QBuffer buffer(&png);
         buffer.open(QIODevice::WriteOnly);
         QImage(8, 8, QImage::Format_RGB32).save(&buffer, "PNG");
-        QVERIFY(writeFile(m_album + "/logged.jpeg", logged));
-        QVERIFY(writeFile(m_album + "/empty.jpeg", {}));
         const auto large = m_metadata.merged(noisyJpeg(QSize(200, 150)),
                                              exposureMetadata("200", "2.8", "500", 0.33));
+        QVERIFY(writeFile(m_album + "/logged.jpeg", logged));
+        QVERIFY(writeFile(m_album + "/empty.jpeg", {}));
         QVERIFY(writeFile(m_album + "/truncated.jpeg", large->left(large->size() - 1000)));
         QVERIFY(writeFile(m_album + "/damaged.jpeg", damagedHeader));
         QVERIFY(writeFile(m_album + "/notes.jpeg", "ISO 200, f/2.8, 1/500"));
@@ -212,7 +199,7 @@ private slots:
             QFile::setPermissions(m_album, QFileDevice::ReadOwner | QFileDevice::WriteOwner |
                                                QFileDevice::ExeOwner);
             mount.emplace(m_album, mountOptions.isEmpty() ? "ro,size=64k" : mountOptions);
-            if (!mount->mounted())
+            if (!mount->mounted)
                 QSKIP("cannot mount a small file system here (needs root)");
         }
         FolderPhotoLibrary library(m_root, m_metadata);

@@ -7,20 +7,13 @@
 using namespace kestrum;
 using Status = PositionSource::AuthorizationStatus;
 using Error = LocationManager::Error;
-
-Q_DECLARE_METATYPE(QList<kestrum::Location>)
-Q_DECLARE_METATYPE(std::optional<kestrum::Location>)
-Q_DECLARE_METATYPE(std::optional<kestrum::Placemark>)
-Q_DECLARE_METATYPE(std::optional<PositionSource::AuthorizationStatus>)
-Q_DECLARE_METATYPE(std::optional<LocationManager::Error>)
-Q_DECLARE_METATYPE(FakeReverseGeocoder::Outcome)
+using Outcome = FakeReverseGeocoder::Outcome;
 
 namespace {
 const Location kHome{48.8584, 2.2945, 35.0};
 const Location kHarbour{43.2965, 5.3698, 2.0};
 const Location kSummit{45.8326, 6.8652, 4805.0};
 
-/// The error a finished future failed with, or nothing when it holds a value.
 template <typename T> std::optional<Error> failureOf(QFuture<T> future)
 {
     try {
@@ -30,7 +23,19 @@ template <typename T> std::optional<Error> failureOf(QFuture<T> future)
     }
     return std::nullopt;
 }
+
+struct Request {
+    bool servicesEnabled;
+    Status status;
+    std::optional<Status> answer; // the user's, when asked
+    std::optional<Error> error;
+    QList<Location> delivered;
+    std::optional<Location> expected;
+};
 } // namespace
+
+Q_DECLARE_METATYPE(Request)
+Q_DECLARE_METATYPE(FakeReverseGeocoder::Outcome)
 
 class LocationManagerTest : public QObject {
     Q_OBJECT
@@ -45,165 +50,100 @@ private slots:
         m_manager = std::make_unique<LocationManager>(std::move(source), std::move(geocoder));
     }
 
-    void fixYieldsTheLastDeliveredLocation_data()
+    void currentLocation_data()
     {
-        QTest::addColumn<QList<Location>>("delivered");
-        QTest::addColumn<bool>("fixFails");
-        QTest::addColumn<std::optional<Location>>("expected");
-        QTest::newRow("one location") << QList{kHome} << false << std::optional(kHome);
-        QTest::newRow("three locations")
-            << QList{kHome, kHarbour, kSummit} << false << std::optional(kSummit);
-        QTest::newRow("empty list") << QList<Location>{} << false << std::optional<Location>();
-        QTest::newRow("failed fix") << QList<Location>{} << true << std::optional<Location>();
+        QTest::addColumn<Request>("request");
+        const auto row = [](const char* tag, Request request) { QTest::newRow(tag) << request; };
+        const auto inUse = Status::authorizedWhenInUse;
+        const auto asked = Status::notDetermined;
+        const auto off = Error::locationServicesDisabled;
+        row("one location", {true, inUse, {}, {}, {kHome}, kHome});
+        row("three locations", {true, inUse, {}, {}, {kHome, kHarbour, kSummit}, kSummit});
+        row("empty list", {true, inUse, {}, {}, {}, {}});
+        row("failed fix", {true, inUse, {}, {}, {}, {}});
+        row("services off", {false, inUse, {}, off, {}, {}});
+        row("restricted", {true, Status::restricted, {}, off, {}, {}});
+        row("denied", {true, Status::denied, {}, Error::noPermission, {}, {}});
+        row("authorized always", {true, Status::authorizedAlways, {}, {}, {kHarbour}, kHarbour});
+        row("authorized when in use", {true, inUse, {}, {}, {kHarbour}, kHarbour});
+        row("asked, allowed", {true, asked, inUse, {}, {kHarbour}, kHarbour});
+        row("asked, denied", {true, asked, Status::denied, Error::noPermission, {}, {}});
+        row("asked, restricted", {true, asked, Status::restricted, off, {}, {}});
     }
 
-    void fixYieldsTheLastDeliveredLocation()
+    void currentLocation()
     {
-        QFETCH(QList<Location>, delivered);
-        QFETCH(bool, fixFails);
-        QFETCH(std::optional<Location>, expected);
-
-        auto location = m_manager->currentLocation();
-        QCOMPARE(m_source->locationRequests(), 1);
-        QVERIFY(!location.isFinished());
-        if (fixFails)
-            m_source->fail();
-        else
-            m_source->deliver(delivered);
-
-        QVERIFY(location.isFinished());
-        QCOMPARE(failureOf(location), std::nullopt); // a failed fix is no error
-        QCOMPARE(location.result(), expected);
-    }
-
-    void permissionDecidesWhetherAFixIsTaken_data()
-    {
-        QTest::addColumn<bool>("servicesEnabled");
-        QTest::addColumn<Status>("status");
-        QTest::addColumn<std::optional<Status>>("answer");
-        QTest::addColumn<std::optional<Error>>("expectedError");
-
-        const std::optional<Status> notAsked;
-        QTest::newRow("services off") << false << Status::authorizedWhenInUse << notAsked
-                                      << std::optional(Error::locationServicesDisabled);
-        QTest::newRow("restricted") << true << Status::restricted << notAsked
-                                    << std::optional(Error::locationServicesDisabled);
-        QTest::newRow("denied") << true << Status::denied << notAsked
-                                << std::optional(Error::noPermission);
-        QTest::newRow("authorized always")
-            << true << Status::authorizedAlways << notAsked << std::optional<Error>();
-        QTest::newRow("authorized when in use")
-            << true << Status::authorizedWhenInUse << notAsked << std::optional<Error>();
-        QTest::newRow("asked, allowed")
-            << true << Status::notDetermined << std::optional(Status::authorizedWhenInUse)
-            << std::optional<Error>();
-        QTest::newRow("asked, denied")
-            << true << Status::notDetermined << std::optional(Status::denied)
-            << std::optional(Error::noPermission);
-        QTest::newRow("asked, restricted")
-            << true << Status::notDetermined << std::optional(Status::restricted)
-            << std::optional(Error::locationServicesDisabled);
-    }
-
-    void permissionDecidesWhetherAFixIsTaken()
-    {
-        QFETCH(bool, servicesEnabled);
-        QFETCH(Status, status);
-        QFETCH(std::optional<Status>, answer);
-        QFETCH(std::optional<Error>, expectedError);
+        QFETCH(Request, request);
+        const auto& [servicesEnabled, status, answer, expectedError, delivered, expected] = request;
         m_source->setServicesEnabled(servicesEnabled);
-        m_source->setAuthorizationStatus(status);
-
+        m_source->answerAuthorization(status); // nobody waits: only sets the status
+        m_source->deliver({kSummit});          // nobody waits: dropped
         auto location = m_manager->currentLocation();
         if (answer) {
-            QCOMPARE(m_source->authorizationRequests(), 1);
             QCOMPARE(m_source->locationRequests(), 0); // waits for the answer first
             m_source->answerAuthorization(*answer);
         }
         QCOMPARE(m_source->authorizationRequests(), answer ? 1 : 0);
-
-        if (expectedError) {
-            QVERIFY(location.isFinished());
-            QCOMPARE(failureOf(location), expectedError);
-            QCOMPARE(m_source->locationRequests(), 0);
-        } else {
-            QCOMPARE(m_source->locationRequests(), 1);
-            m_source->deliver({kHarbour});
-            QVERIFY(location.isFinished());
-            QCOMPARE(location.result(), std::optional(kHarbour));
+        QCOMPARE(m_source->locationRequests(), expectedError ? 0 : 1);
+        if (!expectedError) {
+            QVERIFY(!location.isFinished());
+            if (QByteArray(QTest::currentDataTag()) == "failed fix")
+                m_source->fail();
+            else
+                m_source->deliver(delivered);
+            m_source->deliver({kHarbour, kHome}); // each request is answered once
+            m_source->fail();
         }
+        QVERIFY(location.isFinished());
+        QCOMPARE(failureOf(location), expectedError); // a failed fix is no error
+        if (!expectedError)
+            QCOMPARE(location.results(), QList{expected});
+    }
+
+    void secondRequestReplacesTheWaitingOne_data()
+    {
+        QTest::addColumn<bool>("asking");
+        QTest::newRow("waiting for a fix") << false;
+        QTest::newRow("waiting for permission") << true;
     }
 
     void secondRequestReplacesTheWaitingOne()
     {
+        QFETCH(bool, asking);
+        if (asking)
+            m_source->setAuthorizationStatus(Status::notDetermined);
         auto first = m_manager->currentLocation();
         auto second = m_manager->currentLocation();
-        QCOMPARE(m_source->locationRequests(), 2);
-
+        if (asking) {
+            m_source->answerAuthorization(Status::authorizedWhenInUse);
+            QVERIFY(first.isCanceled());
+        }
+        QCOMPARE(m_source->locationRequests(), asking ? 1 : 2); // asking: for the second only
         m_source->deliver({kSummit});
-
         QVERIFY(first.isCanceled());
         QCOMPARE(first.resultCount(), 0);
         QCOMPARE(second.result(), std::optional(kSummit));
     }
 
-    void secondPermissionRequestReplacesTheWaitingOne()
-    {
-        m_source->setAuthorizationStatus(Status::notDetermined);
-        auto first = m_manager->currentLocation();
-        auto second = m_manager->currentLocation();
-
-        m_source->answerAuthorization(Status::authorizedWhenInUse);
-
-        QVERIFY(first.isCanceled());
-        QCOMPARE(m_source->locationRequests(), 1); // for the second caller only
-        m_source->deliver({kHome});
-        QCOMPARE(second.result(), std::optional(kHome));
-    }
-
-    void eachRequestIsAnsweredOnce()
-    {
-        m_source->deliver({kHarbour}); // nobody waits: dropped
-        m_source->answerAuthorization(Status::authorizedWhenInUse);
-
-        auto location = m_manager->currentLocation();
-        QVERIFY(!location.isFinished());
-        m_source->deliver({kHome});
-        m_source->deliver({kSummit});
-        m_source->fail();
-
-        QCOMPARE(location.results(), QList{std::optional(kHome)});
-    }
-
     void placemarkSwallowsFailures_data()
     {
-        QTest::addColumn<FakeReverseGeocoder::Outcome>("outcome");
-        QTest::addColumn<std::optional<Placemark>>("expected");
-        const Placemark tower{QStringLiteral("Tour Eiffel"), QStringLiteral("Paris")};
-        QTest::newRow("found") << FakeReverseGeocoder::Outcome(std::optional(tower))
-                               << std::optional(tower);
-        QTest::newRow("nothing there") << FakeReverseGeocoder::Outcome(std::optional<Placemark>())
-                                       << std::optional<Placemark>();
-        QTest::newRow("request failed")
-            << FakeReverseGeocoder::Outcome(ReverseGeocoder::Error::requestFailed)
-            << std::optional<Placemark>();
-        QTest::newRow("malformed answer")
-            << FakeReverseGeocoder::Outcome(ReverseGeocoder::Error::malformedAnswer)
-            << std::optional<Placemark>();
-        QTest::newRow("timed out") << FakeReverseGeocoder::Outcome(ReverseGeocoder::Error::timedOut)
-                                   << std::optional<Placemark>();
+        QTest::addColumn<Outcome>("outcome");
+        QTest::newRow("found") << Outcome(Placemark{"Tour Eiffel", "Paris"});
+        QTest::newRow("nothing there") << Outcome(std::optional<Placemark>());
+        QTest::newRow("request failed") << Outcome(ReverseGeocoder::Error::requestFailed);
+        QTest::newRow("malformed answer") << Outcome(ReverseGeocoder::Error::malformedAnswer);
+        QTest::newRow("timed out") << Outcome(ReverseGeocoder::Error::timedOut);
     }
 
     void placemarkSwallowsFailures()
     {
-        QFETCH(FakeReverseGeocoder::Outcome, outcome);
-        QFETCH(std::optional<Placemark>, expected);
+        QFETCH(Outcome, outcome);
         m_geocoder->setOutcome(outcome);
-
         auto placemark = m_manager->placemark(kHome);
-
         QVERIFY(placemark.isFinished());
-        QCOMPARE(placemark.result(), expected);
+        // A placemark or its absence passes through; an error becomes no placemark.
+        const auto* passed = std::get_if<std::optional<Placemark>>(&outcome);
+        QCOMPARE(placemark.result(), passed ? *passed : std::optional<Placemark>());
         QCOMPARE(m_geocoder->requests(), QList{kHome});
     }
 

@@ -13,8 +13,8 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// An analyser that finds the faces it is told to, and tracks each request with the
-// confidences scripted for it (one per pass; the last repeats), moving its box 2 px right.
+// Finds the faces it is told to and tracks each request with the confidences scripted for it
+// (one per pass; the last repeats), moving its box 2 px right; fitting grows it 1 px each side.
 class ScriptedAnalyser final : public FaceAnalyser {
 public:
     QList<QRect> faces;
@@ -29,23 +29,18 @@ public:
         failIf(Failure::detection);
         return faces;
     }
-
     std::optional<FaceTrackingResult> track(const QImage&,
                                             const FaceTrackingRequest& request) override
     {
         failIf(Failure::tracking);
-        if (withoutResult.contains(request.id())) {
+        if (withoutResult.contains(request.id()))
             return std::nullopt;
-        }
         auto& script = confidences[request.id()];
         const float confidence = script.empty() ? 0.9f : script.front();
-        if (script.size() > 1) {
+        if (script.size() > 1)
             script.pop_front();
-        }
         return FaceTrackingResult{request.box().translated(2, 0), confidence};
     }
-
-    // Fitting grows the box by one pixel on each side, so that observations show it.
     QRect refine(const QImage&, const QRect& trackedBox) override
     {
         failIf(Failure::refinement);
@@ -55,17 +50,14 @@ public:
 private:
     void failIf(Failure stage) const
     {
-        if (failure == stage) {
+        if (failure == stage)
             throw FaceAnalyserException(FaceAnalyserError::analysisFailed, "boom");
-        }
     }
 };
 
-// Runs every piece of work at once, on the calling thread.
-const FaceDetector::Executor kRunAtOnce = [](std::function<void()> work) { work(); };
-
-// Small frames stay at full size in analysis, so boxes are in frame pixels.
-constexpr QSize kFrameSize(80, 60);
+constexpr QSize kFrameSize(80, 60); // small frames stay full size: boxes are in frame pixels
+const QRect kFace(10, 10, 20, 20);
+const QRect kOtherFace(50, 30, 16, 16);
 
 CameraFrame frameAt(std::optional<std::chrono::microseconds> time, QSize size = kFrameSize)
 {
@@ -80,21 +72,33 @@ CameraFrame frame(int index)
     return frameAt(std::chrono::milliseconds(2 * index));
 }
 
+// An active detector on a scripted analyser; by default its work runs at once on this thread.
 struct Fixture {
-    std::shared_ptr<ScriptedAnalyser> analyser = std::make_shared<ScriptedAnalyser>();
-    FaceDetector detector{analyser, kRunAtOnce};
-    QSignalSpy observed{&detector, &FaceDetector::faceObserved};
-
-    Fixture() { detector.setIsActive(true); }
-
+    explicit Fixture(
+        QList<QRect> faces = {},
+        FaceDetector::Executor executor = [](std::function<void()> work) { work(); })
+        : detector(analyser, std::move(executor))
+    {
+        analyser->faces = faces;
+        detector.setIsActive(true);
+    }
+    void process(int first, int last)
+    {
+        for (int i = first; i <= last; ++i)
+            detector.process(frame(i));
+    }
+    QList<FaceTrackingRequest> requests() const { return detector.trackingRequests(); }
     QList<FaceObservation> observations() const
     {
         QList<FaceObservation> result;
-        for (const QList<QVariant>& arguments : observed) {
+        for (const QList<QVariant>& arguments : observed)
             result.append(arguments.at(0).value<FaceObservation>());
-        }
         return result;
     }
+
+    std::shared_ptr<ScriptedAnalyser> analyser = std::make_shared<ScriptedAnalyser>();
+    FaceDetector detector;
+    QSignalSpy observed{&detector, &FaceDetector::faceObserved};
 };
 
 } // namespace
@@ -125,9 +129,7 @@ private slots:
         QFETCH(bool, analysed);
         Fixture f;
         f.detector.setIsActive(active);
-
         f.detector.process(frameAt(time, QSize(64, 48)));
-
         QCOMPARE(f.analyser->detections, analysed ? 1 : 0);
         QCOMPARE(f.detector.imageSize(), analysed ? std::optional(QSize(48, 64)) : std::nullopt);
     }
@@ -152,16 +154,11 @@ private slots:
 
     void detectsThenTracksEachFace()
     {
-        Fixture f;
-        f.analyser->faces = {QRect(10, 10, 20, 20), QRect(50, 30, 16, 16)};
-
-        f.detector.process(frame(1));
-        QCOMPARE(f.detector.trackingRequests().size(), 2);
+        Fixture f({kFace, kOtherFace});
+        f.process(1, 1);
+        QCOMPARE(f.requests().size(), 2);
         QCOMPARE(f.observed.size(), 0);
-
-        f.detector.process(frame(2));
-        f.detector.process(frame(3));
-
+        f.process(2, 3);
         QCOMPARE(f.analyser->detections, 1);
         QCOMPARE(f.detector.counters().trackingPasses, 2);
         const QSizeF size(kFrameSize);
@@ -171,38 +168,29 @@ private slots:
                      FaceObservation::fromFrameRect(QRect(51, 29, 18, 18), size, 0.9f),
                      FaceObservation::fromFrameRect(QRect(13, 9, 22, 22), size, 0.9f),
                      FaceObservation::fromFrameRect(QRect(53, 29, 18, 18), size, 0.9f)}));
-        QCOMPARE(f.detector.trackingRequests()[0].box(), QRect(14, 10, 20, 20));
+        QCOMPARE(f.requests()[0].box(), QRect(14, 10, 20, 20));
     }
 
-    // A face at exactly 0.3 is shown once more and then gone; the next analysed frame
-    // detects, and the dropped request comes back with it only to leave again.
+    // At exactly 0.3 a face is shown once more, then dropped; it returns with the next detection.
     void weakFaceLeavesAndDetectionResumes()
     {
-        Fixture f;
-        f.analyser->faces = {QRect(10, 10, 20, 20)};
+        Fixture f({kFace});
         f.analyser->confidences[0] = {0.9f, 0.3f, 0.9f};
-
-        f.detector.process(frame(1)); // detects
-        f.detector.process(frame(2)); // 0.9
-        f.detector.process(frame(3)); // 0.3: marked, shown once more
+        f.process(1, 3); // detects, 0.9, then 0.3: marked, shown once more
         QCOMPARE(f.observed.size(), 2);
         QCOMPARE(f.observations().last().confidence, 0.3f);
-        QVERIFY(f.detector.trackingRequests()[0].isLastFrame());
-
-        f.detector.process(frame(4)); // dropped
+        QVERIFY(f.requests()[0].isLastFrame());
+        f.process(4, 4); // dropped
         QCOMPARE(f.observed.size(), 2);
-        QVERIFY(f.detector.trackingRequests().isEmpty());
-
-        f.detector.process(frame(5)); // detects again
+        QVERIFY(f.requests().isEmpty());
+        f.process(5, 5); // detects again
         QCOMPARE(f.analyser->detections, 2);
-        const QList<FaceTrackingRequest> requests = f.detector.trackingRequests();
-        QCOMPARE(requests.size(), 2);
-        QVERIFY(requests[0].isLastFrame());
-        QVERIFY(!requests[1].isLastFrame());
-
-        f.detector.process(frame(6));
-        QCOMPARE(f.detector.trackingRequests().size(), 1);
-        QCOMPARE(f.detector.trackingRequests()[0].id(), quint64(1));
+        QCOMPARE(f.requests().size(), 2);
+        QVERIFY(f.requests()[0].isLastFrame());
+        QVERIFY(!f.requests()[1].isLastFrame());
+        f.process(6, 6);
+        QCOMPARE(f.requests().size(), 1);
+        QCOMPARE(f.requests()[0].id(), quint64(1));
         QCOMPARE(f.observed.size(), 3);
         QCOMPARE(f.detector.counters().detectionPasses, 2);
         QCOMPARE(f.detector.counters().trackingPasses, 4);
@@ -210,131 +198,102 @@ private slots:
 
     void requestWithoutResultAbandonsTheFrame()
     {
-        Fixture f;
-        f.analyser->faces = {QRect(10, 10, 20, 20), QRect(50, 30, 16, 16)};
-        f.detector.process(frame(1));
+        Fixture f({kFace, kOtherFace});
+        f.process(1, 1);
         f.analyser->withoutResult = {1};
-
-        f.detector.process(frame(2));
-
+        f.process(2, 2);
         QCOMPARE(f.observed.size(), 0);
-        QCOMPARE(f.detector.trackingRequests().size(), 2);
-        QCOMPARE(f.detector.trackingRequests()[0].box(), QRect(10, 10, 20, 20));
+        QCOMPARE(f.requests().size(), 2);
+        QCOMPARE(f.requests()[0].box(), kFace);
     }
 
-    void failedDetectionIsLoggedAndTheNextFrameDetects()
+    void failedStageIsLoggedAndDropped_data()
     {
-        Fixture f;
-        f.analyser->faces = {QRect(10, 10, 20, 20)};
-        f.analyser->failure = ScriptedAnalyser::Failure::detection;
-        QTest::ignoreMessage(QtWarningMsg, "Failed to perform FaceRectangleRequest: boom");
-
-        f.detector.process(frame(1));
-
-        QVERIFY(f.detector.trackingRequests().isEmpty());
-        f.analyser->failure = ScriptedAnalyser::Failure::none;
-        f.detector.process(frame(2));
-        QCOMPARE(f.detector.trackingRequests().size(), 1);
-    }
-
-    void failedTrackingStageIsLoggedAndDropped_data()
-    {
+        using Failure = ScriptedAnalyser::Failure;
         QTest::addColumn<int>("failure");
         QTest::addColumn<QString>("message");
+        QTest::addColumn<int>("requestsAfter");
         QTest::addColumn<int>("boxXAfter");
+        QTest::newRow("detection: the next frame detects")
+            << int(Failure::detection) << "Failed to perform FaceRectangleRequest: boom" << 0 << 0;
         QTest::newRow("tracking keeps the list as it was")
-            << int(ScriptedAnalyser::Failure::tracking) << "Failed to perform SequenceRequest: boom"
-            << 10;
+            << int(Failure::tracking) << "Failed to perform SequenceRequest: boom" << 1 << 10;
         QTest::newRow("fitting still moves the requests")
-            << int(ScriptedAnalyser::Failure::refinement)
-            << "Failed to perform FaceLandmarkRequest: boom" << 12;
+            << int(Failure::refinement) << "Failed to perform FaceLandmarkRequest: boom" << 1 << 12;
     }
 
-    // A failure costs its frame's observations only; the next frame goes on tracking.
-    void failedTrackingStageIsLoggedAndDropped()
+    // A failure costs its frame's observations only; the next frame goes on.
+    void failedStageIsLoggedAndDropped()
     {
         QFETCH(int, failure);
         QFETCH(QString, message);
+        QFETCH(int, requestsAfter);
         QFETCH(int, boxXAfter);
-        Fixture f;
-        f.analyser->faces = {QRect(10, 10, 20, 20)};
-        f.detector.process(frame(1));
+        Fixture f({kFace});
+        const bool detection = failure == int(ScriptedAnalyser::Failure::detection);
+        if (!detection)
+            f.process(1, 1);
         f.analyser->failure = ScriptedAnalyser::Failure(failure);
         QTest::ignoreMessage(QtWarningMsg, message.toUtf8().constData());
-
-        f.detector.process(frame(2));
-
+        f.process(detection ? 1 : 2, detection ? 1 : 2);
         QCOMPARE(f.observed.size(), 0);
-        QCOMPARE(f.detector.trackingRequests().size(), 1);
-        QCOMPARE(f.detector.trackingRequests()[0].box().x(), boxXAfter);
+        QCOMPARE(f.requests().size(), requestsAfter);
+        if (requestsAfter > 0)
+            QCOMPARE(f.requests()[0].box().x(), boxXAfter);
         f.analyser->failure = ScriptedAnalyser::Failure::none;
-        f.detector.process(frame(3));
-        QCOMPARE(f.observed.size(), 1);
+        f.process(3, 3);
+        QCOMPARE(f.requests().size(), 1);
+        QCOMPARE(f.observed.size(), detection ? 0 : 1);
     }
 
     void inactiveDetectorReportsNothingAndKeepsItsFaces()
     {
-        Fixture f;
-        f.analyser->faces = {QRect(10, 10, 20, 20)};
-        f.detector.process(frame(1));
+        Fixture f({kFace});
+        f.process(1, 1);
         QSignalSpy activeChanged(&f.detector, &FaceDetector::isActiveChanged);
         f.detector.setIsActive(false);
         QCOMPARE(activeChanged.size(), 1);
-
-        for (int i = 2; i < 6; ++i) {
-            f.detector.process(frame(i));
-        }
-
+        f.process(2, 5);
         QCOMPARE(f.observed.size(), 0);
         QCOMPARE(f.detector.counters().trackingPasses, 0);
-        QCOMPARE(f.detector.trackingRequests().size(), 1);
+        QCOMPARE(f.requests().size(), 1);
         f.detector.setIsActive(true);
-        f.detector.process(frame(6));
+        f.process(6, 6);
         QCOMPARE(f.observed.size(), 1);
     }
 
     // While the worker holds a frame, newer frames are skipped rather than queued.
     void framesArrivingWhileBusyAreSkipped()
     {
-        auto analyser = std::make_shared<ScriptedAnalyser>();
-        analyser->faces = {QRect(10, 10, 20, 20)};
         std::vector<std::function<void()>> pending;
-        FaceDetector detector(analyser,
-                              [&](std::function<void()> work) { pending.push_back(work); });
-        detector.setIsActive(true);
-
-        detector.process(frame(1));
-        detector.process(frame(2));
-        detector.process(frame(3));
+        Fixture f({kFace}, [&](std::function<void()> work) { pending.push_back(work); });
+        f.process(1, 3);
         QCOMPARE(pending.size(), 1u);
-        QCOMPARE(detector.counters().framesSkippedWhileBusy, 2);
-        QVERIFY(detector.trackingRequests().isEmpty());
-
+        QCOMPARE(f.detector.counters().framesSkippedWhileBusy, 2);
+        QVERIFY(f.requests().isEmpty());
         pending.front()();
-        QCOMPARE(detector.trackingRequests().size(), 1);
-        detector.process(frame(4));
+        QCOMPARE(f.requests().size(), 1);
+        f.process(4, 4);
         QCOMPARE(pending.size(), 2u);
-        QCOMPARE(detector.counters().trackingPasses, 1);
+        QCOMPARE(f.detector.counters().trackingPasses, 1);
     }
 
     void workerResultsArriveOnTheMainThread()
     {
         auto analyser = std::make_shared<ScriptedAnalyser>();
-        analyser->faces = {QRect(10, 10, 20, 20)};
+        analyser->faces = {kFace};
         FaceDetector detector(analyser);
         detector.setIsActive(true);
         QSignalSpy analysed(&detector, &FaceDetector::frameAnalysed);
         QThread* observedOn = nullptr;
         connect(&detector, &FaceDetector::faceObserved, this,
                 [&] { observedOn = QThread::currentThread(); });
-
         detector.process(frame(1));
         detector.process(frame(2)); // the first is still with the worker
         QCOMPARE(detector.counters().framesSkippedWhileBusy, 1);
         QVERIFY(analysed.wait(10000));
         detector.process(frame(3));
         QVERIFY(analysed.wait(10000));
-
         QCOMPARE(observedOn, QThread::currentThread());
     }
 };

@@ -1,5 +1,4 @@
-// The face detector on OpenCV, fed real footage: a film clip with a moving face and a
-// football photograph.
+// The OpenCV face detector on real footage: a film clip with a moving face, and a photograph.
 #include "camera/faceanalyseropencv.h"
 #include "camera/faceanalysisimage.h"
 #include "camera/facedetector.h"
@@ -66,6 +65,11 @@ struct Run {
     }
 
     void feed(const QImage& image) { detector.process(frameAt(image, frameCount++)); }
+    void feed(const QList<QImage>& clip, int from, int to)
+    {
+        for (int i = from; i < to; ++i)
+            feed(clip[i]);
+    }
 };
 
 } // namespace
@@ -101,16 +105,13 @@ private slots:
     void faceIsFollowedByTrackingNotRedetection()
     {
         Run run;
-        for (const QImage& image : m_clip) {
-            run.feed(image);
-        }
+        run.feed(m_clip, 0, int(m_clip.size()));
         const auto counters = run.detector.counters();
         QVERIFY(counters.detectionPasses <= 10);
         QVERIFY(counters.trackingPasses >= 250);
         QVERIFY(run.observations.size() >= 250);
 
-        // Through the close-up, both the tracker's box and the reported (fitted) box stay
-        // on the face that the cascade finds anew in each frame.
+        // Through the close-up, tracker and reported boxes stay on the face found anew each frame.
         FaceAnalyserOpenCv reference;
         int trackerOnFace = 0;
         int reportedOnFace = 0;
@@ -134,8 +135,7 @@ private slots:
         QVERIFY2(reportedOnFace >= checked * 9 / 10, qPrintable(QString::number(reportedOnFace)));
     }
 
-    // A camera panning over a still of the close-up: the face moves a known distance
-    // each frame, and the tracker must move with it.
+    // A camera panning over a still: the face moves a known distance, the tracker with it.
     void trackerFollowsAPanningCamera()
     {
         const QImage still = m_clip[240];
@@ -163,12 +163,15 @@ private slots:
         QCOMPARE(run.observations.size(), 30);
     }
 
-    void detectionResumesAfterTheFaceIsLost()
+    void inactiveThenDetectionResumesAfterTheFaceIsLost()
     {
         Run run;
-        for (int i = kCloseUpFirst; i < kCloseUpFirst + 10; ++i) {
-            run.feed(m_clip[i]);
-        }
+        run.detector.setIsActive(false); // an inactive detector reports nothing, faces or not
+        run.feed(m_clip, kCloseUpFirst, kCloseUpFirst + 10);
+        QVERIFY(run.observations.isEmpty());
+        QCOMPARE(run.detector.counters().detectionPasses, 0);
+        run.detector.setIsActive(true);
+        run.feed(m_clip, kCloseUpFirst, kCloseUpFirst + 10);
         QVERIFY(!run.detector.trackingRequests().isEmpty());
         const int detectionsWhileFollowing = run.detector.counters().detectionPasses;
 
@@ -181,9 +184,7 @@ private slots:
         QCOMPARE(run.detector.counters().detectionPasses, detectionsWhileFollowing + 1);
 
         const qsizetype observedBefore = run.observations.size();
-        for (int i = kCloseUpFirst + 10; i < kCloseUpFirst + 20; ++i) {
-            run.feed(m_clip[i]);
-        }
+        run.feed(m_clip, kCloseUpFirst + 10, kCloseUpFirst + 20);
         QVERIFY(run.detector.counters().detectionPasses > detectionsWhileFollowing + 1);
         QVERIFY(run.observations.size() - observedBefore >= 6);
     }
@@ -226,17 +227,6 @@ private slots:
         const QRectF a = run.observations[0].frameRect(composed.size());
         const QRectF b = run.observations[1].frameRect(composed.size());
         QVERIFY((a.center().x() < 320) != (b.center().x() < 320));
-    }
-
-    void inactiveDetectorReportsNothingWithFacesInView()
-    {
-        Run run;
-        run.detector.setIsActive(false);
-        for (int i = kCloseUpFirst; i < kCloseUpFirst + 10; ++i) {
-            run.feed(m_clip[i]);
-        }
-        QVERIFY(run.observations.isEmpty());
-        QCOMPARE(run.detector.counters().detectionPasses, 0);
     }
 
     // The detector's own worker thread, waited for frame by frame.

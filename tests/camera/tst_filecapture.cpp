@@ -12,6 +12,8 @@
 
 using namespace kestrum;
 using Sidecar = FileCaptureDevice::Sidecar;
+using OptF = std::optional<float>;
+using OptS = std::optional<QString>;
 
 Q_DECLARE_METATYPE(std::optional<float>)
 Q_DECLARE_METATYPE(std::optional<QString>)
@@ -44,94 +46,75 @@ int greyOf(const CameraFrame& frame)
 class FileCaptureTest : public QObject {
     Q_OBJECT
 
+    std::optional<QTemporaryDir> m_dir;
+    std::optional<MemoryPreferenceStore> m_prefs;
+
+    QString at(const QString& name) const { return m_dir->filePath(name); }
+
 private slots:
+    void init()
+    {
+        QVERIFY(m_dir.emplace().isValid());
+        m_prefs.emplace();
+    }
+
     void choice_data()
     {
         QTest::addColumn<QString>("value");
-        QTest::addColumn<std::optional<QString>>("footage");
+        QTest::addColumn<OptS>("footage");
         QTest::addColumn<bool>("warns");
-        QTest::newRow("unset") << QString() << std::optional<QString>() << false;
-        QTest::newRow("file") << "file:/data/clip.avi" << std::optional<QString>("/data/clip.avi")
-                              << false;
-        QTest::newRow("file without a path") << "file:" << std::optional<QString>() << true;
-        QTest::newRow("unknown") << "webcam" << std::optional<QString>() << true;
+        QTest::newRow("unset") << QString() << OptS() << false;
+        QTest::newRow("file") << "file:/data/clip.avi" << OptS("/data/clip.avi") << false;
+        QTest::newRow("file without a path") << "file:" << OptS() << true;
+        QTest::newRow("unknown") << "webcam" << OptS() << true;
     }
 
     void choice()
     {
         QFETCH(QString, value);
-        QFETCH(std::optional<QString>, footage);
         QFETCH(bool, warns);
         if (warns)
             QTest::ignoreMessage(QtWarningMsg, QRegularExpression("KESTRUM_CAMERA"));
-        QCOMPARE(CaptureDeviceChoice::parse(value).footagePath, footage);
+        QTEST(CaptureDeviceChoice::parse(value).footagePath, "footage");
     }
 
     void sidecar_data()
     {
         QTest::addColumn<QByteArray>("json"); // empty: no sidecar
-        QTest::addColumn<std::optional<float>>("iso");
-        QTest::addColumn<std::optional<float>>("duration");
-        QTest::addColumn<std::optional<float>>("aperture");
-        const std::optional<float> none;
+        QTest::addColumn<OptF>("iso");
+        QTest::addColumn<OptF>("duration");
+        QTest::addColumn<OptF>("aperture");
         QTest::newRow("complete") << QByteArray(
                                          R"({"iso":200,"exposureDuration":0.004,"aperture":2.8})")
-                                  << std::optional(200.0f) << std::optional(0.004f)
-                                  << std::optional(2.8f);
-        QTest::newRow("aperture missing") << QByteArray(R"({"iso":50,"exposureDuration":2})")
-                                          << std::optional(50.0f) << std::optional(2.0f) << none;
+                                  << OptF(200) << OptF(0.004f) << OptF(2.8f);
+        QTest::newRow("aperture missing")
+            << QByteArray(R"({"iso":50,"exposureDuration":2})") << OptF(50) << OptF(2) << OptF();
         QTest::newRow("text is not a number")
-            << QByteArray(R"({"iso":"100","exposureDuration":0.01})") << none
-            << std::optional(0.01f) << none;
-        QTest::newRow("not JSON") << QByteArray("iso=100") << none << none << none;
-        QTest::newRow("no sidecar") << QByteArray() << none << none << none;
+            << QByteArray(R"({"iso":"100","exposureDuration":0.01})") << OptF() << OptF(0.01f)
+            << OptF();
+        QTest::newRow("not JSON") << QByteArray("iso=100") << OptF() << OptF() << OptF();
+        QTest::newRow("no sidecar") << QByteArray() << OptF() << OptF() << OptF();
     }
 
     void sidecar()
     {
         QFETCH(QByteArray, json);
-        QFETCH(std::optional<float>, iso);
-        QFETCH(std::optional<float>, duration);
-        QFETCH(std::optional<float>, aperture);
-        QTemporaryDir dir;
-        const QString media = dir.filePath("clip.png");
-        QCOMPARE(Sidecar::pathFor(media), dir.filePath("clip.png.json"));
+        QCOMPARE(Sidecar::pathFor(at("clip.png")), at("clip.png.json"));
         if (!json.isEmpty())
-            writeFile(Sidecar::pathFor(media), json);
-        const Sidecar sidecar = Sidecar::read(media);
-        QCOMPARE(sidecar.iso, iso);
-        QCOMPARE(sidecar.exposureDurationS, duration);
-        QCOMPARE(sidecar.aperture, aperture);
+            writeFile(at("clip.png.json"), json);
+        const Sidecar sidecar = Sidecar::read(at("clip.png"));
+        QTEST(sidecar.iso, "iso");
+        QTEST(sidecar.exposureDurationS, "duration");
+        QTEST(sidecar.aperture, "aperture");
     }
 
     void apertureAndCalibrationFallBackToPreferences()
     {
-        QTemporaryDir dir;
-        const QString media = dir.filePath("grey.png");
-        QVERIFY(filled(118).save(media));
-        MemoryPreferenceStore preferences;
-        FileCaptureDevice device(media, preferences);
+        QVERIFY(filled(118).save(at("grey.png")));
+        FileCaptureDevice device(at("grey.png"), *m_prefs);
         QVERIFY(device.findCamera());
-        QCOMPARE(device.lensAperture(), std::optional(2.0f));
-        QVERIFY(preferences.storedKeys().isEmpty()); // fallbacks are registered, not written
-
-        preferences.setDouble(CaptureCalibration::apertureKey("file"), 1.4);
-        QCOMPARE(device.lensAperture(), std::optional(1.4f));
-
-        writeFile(Sidecar::pathFor(media), R"({"aperture": 5.6})");
-        FileCaptureDevice described(media, preferences);
-        QVERIFY(described.findCamera());
-        QCOMPARE(described.lensAperture(), std::optional(5.6f));
-    }
-
-    void calibrationOffsetAddsToTheMeasuredOffset()
-    {
-        QTemporaryDir dir;
-        const QString media = dir.filePath("grey.png");
-        QVERIFY(filled(118).save(media));
-        MemoryPreferenceStore preferences;
-        FileCaptureDevice device(media, preferences);
-        QVERIFY(device.findCamera());
+        QCOMPARE(device.lensAperture(), OptF(2.0f));
+        QVERIFY(m_prefs->storedKeys().isEmpty()); // fallbacks are registered, not written
         device.createInput();
         QCOMPARE(device.exposureTargetOffsetEV(), std::nullopt); // no frame yet
         QSignalSpy frames(&device, &CaptureDevice::frameArrived);
@@ -139,47 +122,44 @@ private slots:
         QVERIFY(frames.wait());
         const double measured = exposuretarget::offsetEV(exposuretarget::linearFromSrgb(118));
         QVERIFY(std::fabs(*device.exposureTargetOffsetEV() - measured) < 1e-5);
-        preferences.setDouble(CaptureCalibration::offsetKey("file"), -0.7);
+        m_prefs->setDouble(CaptureCalibration::offsetKey("file"), -0.7);
         QVERIFY(std::fabs(*device.exposureTargetOffsetEV() - (measured - 0.7)) < 1e-5);
+        m_prefs->setDouble(CaptureCalibration::apertureKey("file"), 1.4);
+        QCOMPARE(device.lensAperture(), OptF(1.4f));
+        writeFile(Sidecar::pathFor(at("grey.png")), R"({"aperture": 5.6})");
+        FileCaptureDevice described(at("grey.png"), *m_prefs);
+        QVERIFY(described.findCamera());
+        QCOMPARE(described.lensAperture(), OptF(5.6f));
     }
 
-    void missingFootageIsNoCamera_data()
+    void unusableFootage_data()
     {
         QTest::addColumn<QString>("name");
-        QTest::newRow("nothing there") << "missing.avi";
-        QTest::newRow("folder without images") << "empty";
+        QTest::addColumn<bool>("found"); // found but undecodable: createInput throws
+        QTest::newRow("nothing there") << "missing.avi" << false;
+        QTest::newRow("folder without images") << "empty" << false;
+        QTest::newRow("undecodable image") << "broken.png" << true;
     }
 
-    void missingFootageIsNoCamera()
+    void unusableFootage()
     {
         QFETCH(QString, name);
-        QTemporaryDir dir;
-        QVERIFY(QDir(dir.path()).mkdir("empty"));
-        MemoryPreferenceStore preferences;
-        FileCaptureDevice device(dir.filePath(name), preferences);
-        QVERIFY(!device.findCamera());
-    }
-
-    void undecodableImageCannotBeOpened()
-    {
-        QTemporaryDir dir;
-        const QString media = dir.filePath("broken.png");
-        writeFile(media, "not a picture");
-        MemoryPreferenceStore preferences;
-        FileCaptureDevice device(media, preferences);
-        QVERIFY(device.findCamera());
-        QVERIFY_THROWS_EXCEPTION(CaptureDeviceException, device.createInput());
+        QFETCH(bool, found);
+        QVERIFY(QDir(m_dir->path()).mkdir("empty"));
+        writeFile(at("broken.png"), "not a picture");
+        FileCaptureDevice device(at(name), *m_prefs);
+        QCOMPARE(device.findCamera(), found);
+        if (found)
+            QVERIFY_THROWS_EXCEPTION(CaptureDeviceException, device.createInput());
     }
 
     void folderPlaysInNameOrderAndLoops()
     {
-        QTemporaryDir dir;
-        QVERIFY(filled(40).save(dir.filePath("b.png")));
-        QVERIFY(filled(20).save(dir.filePath("a.png")));
-        QVERIFY(filled(60).save(dir.filePath("c.png")));
-        writeFile(dir.filePath("notes.txt"), "not a frame");
-        MemoryPreferenceStore preferences;
-        FileCaptureDevice device(dir.path(), preferences);
+        QVERIFY(filled(40).save(at("b.png")));
+        QVERIFY(filled(20).save(at("a.png")));
+        QVERIFY(filled(60).save(at("c.png")));
+        writeFile(at("notes.txt"), "not a frame");
+        FileCaptureDevice device(m_dir->path(), *m_prefs);
         QVERIFY(device.findCamera());
         device.createInput();
         QSignalSpy running(&device, &CaptureDevice::runningChanged);
@@ -190,7 +170,6 @@ private slots:
         QCOMPARE(running.count(), 1);
         QVERIFY(device.isRunning());
         QTRY_VERIFY(frames.size() >= 4);
-
         // A busy machine may drop frames, but never the first, and the order holds.
         QCOMPARE(greyOf(frames.first()), 20);
         QCOMPARE(frames.first().presentationTime, std::chrono::microseconds(0));
@@ -206,11 +185,10 @@ private slots:
     {
         const QString clip = QFINDTESTDATA("data/grey128.avi");
         QVERIFY(!clip.isEmpty());
-        MemoryPreferenceStore preferences;
-        FileCaptureDevice device(clip, preferences);
+        FileCaptureDevice device(clip, *m_prefs);
         QVERIFY(device.findCamera());
-        QCOMPARE(device.iso(), std::optional(100.0f));
-        QCOMPARE(device.exposureDurationS(), std::optional(0.01f));
+        QCOMPARE(device.iso(), OptF(100.0f));
+        QCOMPARE(device.exposureDurationS(), OptF(0.01f));
         device.createInput();
         QSignalSpy frames(&device, &CaptureDevice::frameArrived);
         device.startRunning();
