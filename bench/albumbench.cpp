@@ -13,14 +13,13 @@
 #include "album/loggedphotometadata.h"
 #include "album/photoalbum.h"
 #include "exposure/scale.h"
+#include "platform/awaitfuture.h"
 #include "platform/exiv2imagemetadata.h"
 #include "platform/folderphotolibrary.h"
 
 #include <QBuffer>
 #include <QCoreApplication>
 #include <QElapsedTimer>
-#include <QEventLoop>
-#include <QFutureWatcher>
 #include <QImageWriter>
 #include <QPainter>
 #include <QRandomGenerator>
@@ -85,16 +84,6 @@ QByteArray jpeg(const QImage& image)
     return bytes;
 }
 
-template <typename T> void await(const QFuture<T>& future)
-{
-    QFutureWatcher<T> watcher;
-    QEventLoop loop;
-    QObject::connect(&watcher, &QFutureWatcher<T>::finished, &loop, &QEventLoop::quit);
-    watcher.setFuture(future);
-    if (!future.isFinished())
-        loop.exec();
-}
-
 double peakResidentMB()
 {
     rusage usage{};
@@ -151,7 +140,7 @@ int main(int argc, char* argv[])
             QElapsedTimer timer;
             timer.start();
             const auto saved = album.save(QUrl::fromLocalFile(temporaryPath));
-            await(saved);
+            awaitFuture(saved);
             savesMs.push_back(timer.nsecsElapsed() / 1e6);
             try {
                 saved.result();
@@ -183,12 +172,10 @@ int main(int argc, char* argv[])
     timer.restart();
     FolderPhotoLibrary library(root, metadata);
     PhotoAlbum album(library, metadata);
-    QEventLoop loop;
-    QObject::connect(&album, &PhotoAlbum::loggedExposuresChanged, &loop, [&] {
-        if (album.loggedExposures().size() == photos)
-            loop.quit();
-    });
-    loop.exec();
+    awaitFuture(album.loading());
+    if (album.loggedExposures().size() != photos)
+        std::printf("only %lld of %d photos loaded\n", qlonglong(album.loggedExposures().size()),
+                    photos);
     const double loadMs = timer.nsecsElapsed() / 1e6;
     std::printf("load until loggedExposures holds all %d: %.0f ms\n", photos, loadMs);
     std::printf("peak memory after loading: %.0f MB\n", peakResidentMB());

@@ -45,6 +45,7 @@ PhotoAlbum::~PhotoAlbum()
     m_library.unregisterChangeObserver(this);
     for (QFuture<Load>& read : m_reads)
         read.waitForFinished();
+    m_loadFinisher.waitForDone();
 }
 
 QFuture<void> PhotoAlbum::checkAuthorization()
@@ -160,9 +161,8 @@ QFuture<void> PhotoAlbum::loadLoggedExposures()
     m_reads.removeIf([](const QFuture<Load>& read) { return read.isFinished(); });
     const QFuture<Load> read =
         QtFuture::whenAll(reads.begin(), reads.end())
-            .then(QtFuture::Launch::Async, [assets](
-                                               const QList<QFuture<std::optional<LoggedExposure>>>&
-                                                   done) {
+            .then(&m_loadFinisher, [assets](
+                                       const QList<QFuture<std::optional<LoggedExposure>>>& done) {
                 Load load;
                 QHash<QString, LoggedExposure> byIdentifier;
                 for (qsizetype i = 0; i < done.size(); ++i) {
@@ -179,10 +179,16 @@ QFuture<void> PhotoAlbum::loadLoggedExposures()
                 return load;
             });
     m_reads.append(read);
-    return QFuture<Load>(read).then(this, [this](Load load) {
+    // Loads may finish out of order; one started earlier never replaces a later one's.
+    const quint64 number = ++m_loadsStarted;
+    m_loading = QFuture<Load>(read).then(this, [this, number](Load load) {
+        if (number < m_newestLoadApplied)
+            return;
+        m_newestLoadApplied = number;
         m_readPhotos = std::move(load.readPhotos);
         setLoggedExposures(std::move(load.exposures));
     });
+    return m_loading;
 }
 
 QFuture<std::optional<LoggedExposure>>

@@ -9,6 +9,7 @@
 #include <QHash>
 #include <QList>
 #include <QObject>
+#include <QThreadPool>
 #include <QUrl>
 
 #include <exception>
@@ -64,6 +65,10 @@ public:
 
     /// Reads the album's photos again; finishes after `loggedExposures` was assigned.
     QFuture<void> loadLoggedExposures();
+    /// The load started last, whoever started it (construction, a save, a change of the
+    /// library); finishes after its `loggedExposures` was assigned. Finished when no load
+    /// was ever started.
+    QFuture<void> loading() const { return m_loading; }
 
     /// The exposure in a photo's stored `data`; nothing when the data does not open as an
     /// image, does not decode, or carries no exposure. The preview reads the data again
@@ -108,6 +113,12 @@ private:
     // The reading part of the loads under way, waited for on destruction: they use the
     // library and the metadata reader.
     QList<QFuture<Load>> m_reads;
+    // Where each load's last step runs; drained on destruction, since that step hands
+    // the result to this object's thread as it ends.
+    QThreadPool m_loadFinisher;
+    QFuture<void> m_loading = QtFuture::makeReadyFuture();
+    quint64 m_loadsStarted = 0;
+    quint64 m_newestLoadApplied = 0;
 };
 
 /// A failure of the photo album, carried in its futures.

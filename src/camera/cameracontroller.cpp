@@ -71,6 +71,16 @@ std::optional<double> lightValue(const CaptureDevice& camera)
     return std::log2(n * n / t) + offset - std::log2(s / 100.0);
 }
 
+// `properties` with the frame's orientation marked, so that viewers turn the sensor's
+// image upright.
+ImageProperties withOrientation(ImageProperties properties, CameraFrame::Orientation orientation)
+{
+    QVariantMap tiff = properties.value(imageproperty::kTIFFDictionary).toMap();
+    tiff.insert(imageproperty::kOrientation, CameraFrame::exifOrientation(orientation));
+    properties.insert(imageproperty::kTIFFDictionary, tiff);
+    return properties;
+}
+
 // Writes `image` as a JPEG carrying `properties` to the temporary capture file; nothing
 // when any step fails.
 std::optional<QString> writeCaptureFile(const QImage& image, const ImageProperties& properties,
@@ -144,6 +154,7 @@ CameraController::CameraController(std::unique_ptr<CaptureDevice> device,
 CameraController::~CameraController()
 {
     m_sessionQueue.waitForDone();
+    m_captureWriter.waitForDone();
 }
 
 QObject* CameraController::session() const
@@ -415,9 +426,11 @@ void CameraController::capture(const CameraFrame& frame)
     QFuture<QVariantMap> properties =
         m_getMetadata ? m_getMetadata() : QtFuture::makeReadyFuture(QVariantMap());
     properties
-        .then(QtFuture::Launch::Async,
-              [image = frame.image, metadata](const QVariantMap& properties) {
-                  return writeCaptureFile(image, properties, *metadata);
+        .then(&m_captureWriter,
+              [image = frame.image, orientation = frame.orientation,
+               metadata](const QVariantMap& properties) {
+                  return writeCaptureFile(image, withOrientation(properties, orientation),
+                                          *metadata);
               })
         .then(this,
               [album](const std::optional<QString>& path) {

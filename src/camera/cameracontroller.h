@@ -140,8 +140,11 @@ private:
     // Callers replaced by a later call before a frame came: never resumed.
     QList<std::shared_ptr<QPromise<void>>> m_abandonedCaptures;
 
-    // Declared last so that it drains before the device goes.
+    // Declared last so that they drain before the device goes. Each is waited for on
+    // destruction: a task hands its result to this object's thread as it ends, and that
+    // hand-over must not outlive the object.
     QThreadPool m_sessionQueue;
+    QThreadPool m_captureWriter;
 };
 
 } // namespace kestrum

@@ -16,7 +16,9 @@ namespace kestrum {
 enum class FaceAnalyserError {
     /// The face model could not be loaded.
     modelMissing,
-    /// The image library refused the work (an unexpected image, or an internal error).
+    /// The frame could not be handed to the analysis (empty, or not grey): nothing ran.
+    frameRejected,
+    /// The analysis ran and the image library reported an error.
     analysisFailed,
 };
 

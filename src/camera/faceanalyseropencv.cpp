@@ -34,7 +34,9 @@ constexpr int kRefineMinNeighbours = 2;
 
 cv::Mat matOf(const QImage& grey)
 {
-    Q_ASSERT(grey.format() == QImage::Format_Grayscale8);
+    if (grey.isNull() || grey.format() != QImage::Format_Grayscale8)
+        throw FaceAnalyserException(FaceAnalyserError::frameRejected,
+                                    QStringLiteral("the frame is empty or not grey"));
     return cv::Mat(grey.height(), grey.width(), CV_8UC1, const_cast<uchar*>(grey.constBits()),
                    static_cast<size_t>(grey.bytesPerLine()));
 }

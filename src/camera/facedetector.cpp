@@ -16,20 +16,38 @@ namespace {
 
 Q_LOGGING_CATEGORY(lcFaces, "kestrum.camera.faces")
 
-// Runs `work` on behalf of the worker and logs any failure with `failureText`; the
-// pipeline drops failed work instead of stopping.
-template <typename Work> bool attempt(const char* failureText, Work work)
+// How a stage's failure is told: `refused` when the work could not be started on the
+// frame, `failed` when it ran and the analysis reported an error.
+struct FailureTexts {
+    const char* refused;
+    const char* failed;
+};
+
+// Runs `work` on behalf of the worker and logs any failure; the pipeline drops failed
+// work instead of stopping.
+template <typename Work> bool attempt(FailureTexts texts, Work work)
 {
     try {
         work();
         return true;
+    } catch (const FaceAnalyserException& e) {
+        const bool ran = e.error() == FaceAnalyserError::analysisFailed;
+        qCWarning(lcFaces, ran ? texts.failed : texts.refused, e.what());
     } catch (const std::exception& e) {
-        qCWarning(lcFaces, failureText, e.what());
+        qCWarning(lcFaces, texts.refused, e.what());
     } catch (...) {
-        qCWarning(lcFaces, failureText, "unknown error");
+        qCWarning(lcFaces, texts.refused, "unknown error");
     }
     return false;
 }
+
+constexpr FailureTexts kDetectionFailure{"Failed to perform FaceRectangleRequest: %s",
+                                         "FaceDetection error: %s."};
+// Following a face has no separate completion: every failure is one of performing it.
+constexpr FailureTexts kTrackingFailure{"Failed to perform SequenceRequest: %s",
+                                        "Failed to perform SequenceRequest: %s"};
+constexpr FailureTexts kFittingFailure{"Failed to perform FaceLandmarkRequest: %s",
+                                       "FaceLandmarks error: %s."};
 
 } // namespace
 
@@ -134,8 +152,7 @@ void FaceDetector::detect(const QImage& frame)
     m_executor([promise, analyser = m_analyser, frame] {
         promise->start();
         Faces faces;
-        attempt("Failed to perform FaceRectangleRequest: %s",
-                [&] { faces = analyser->detectFaces(frame); });
+        attempt(kDetectionFailure, [&] { faces = analyser->detectFaces(frame); });
         promise->addResult(faces);
         promise->finish();
     });
@@ -169,7 +186,7 @@ void FaceDetector::track(const QImage& frame)
         promise->start();
         QList<std::optional<FaceTrackingResult>> results;
         results.reserve(tracked.size());
-        attempt("Failed to perform SequenceRequest: %s", [&] {
+        attempt(kTrackingFailure, [&] {
             for (const FaceTrackingRequest& request : tracked) {
                 results.append(analyser->track(frame, request));
             }
@@ -180,7 +197,7 @@ void FaceDetector::track(const QImage& frame)
         TrackingOutcome outcome;
         outcome.pass = FaceTrackingPass::advance(tracked, results, frame);
         if (outcome.pass) {
-            const bool fitted = attempt("Failed to perform FaceLandmarkRequest: %s", [&] {
+            const bool fitted = attempt(kFittingFailure, [&] {
                 for (const FaceTrackingResult& result : outcome.pass->results) {
                     outcome.observations.append(FaceObservation::fromFrameRect(
                         analyser->refine(frame, result.box), frame.size(), result.confidence));

@@ -8,8 +8,9 @@ CaptureCalibration::CaptureCalibration(PreferenceStore& store, const QString& de
     : m_store(&store)
     , m_deviceId(deviceId)
 {
-    store.registerDefaults(
-        {{apertureKey(deviceId), kDefaultAperture}, {offsetKey(deviceId), kDefaultOffsetEV}});
+    store.registerDefaults({{apertureKey(deviceId), kDefaultAperture},
+                            {offsetKey(deviceId), kDefaultOffsetEV},
+                            {rotationKey(deviceId), kDefaultRotation}});
 }
 
 QString CaptureCalibration::apertureKey(const QString& deviceId)
@@ -22,6 +23,11 @@ QString CaptureCalibration::offsetKey(const QString& deviceId)
     return QStringLiteral("camera.%1.calibration").arg(deviceId);
 }
 
+QString CaptureCalibration::rotationKey(const QString& deviceId)
+{
+    return QStringLiteral("camera.%1.rotation").arg(deviceId);
+}
+
 double CaptureCalibration::aperture() const
 {
     return m_store->doubleValue(apertureKey(m_deviceId));
@@ -30,6 +36,11 @@ double CaptureCalibration::aperture() const
 double CaptureCalibration::offsetEV() const
 {
     return m_store->doubleValue(offsetKey(m_deviceId));
+}
+
+double CaptureCalibration::rotation() const
+{
+    return m_store->doubleValue(rotationKey(m_deviceId));
 }
 
 } // namespace kestrum

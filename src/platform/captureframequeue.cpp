@@ -4,6 +4,8 @@
 
 #include <QFuture>
 
+#include <algorithm>
+
 namespace kestrum {
 
 namespace {
@@ -18,6 +20,17 @@ bool isPlainRgb(QImage::Format format)
 {
     return format == QImage::Format_RGB32 || format == QImage::Format_ARGB32 ||
            format == QImage::Format_ARGB32_Premultiplied;
+}
+
+// The middle of `image` that a lens zoomed in by `factor` would see.
+QImage zoomedIn(const QImage& image, float factor)
+{
+    if (!(factor > 1.0f) || image.isNull())
+        return image;
+    const QSize size(std::max(1, qRound(image.width() / factor)),
+                     std::max(1, qRound(image.height() / factor)));
+    const QPoint corner((image.width() - size.width()) / 2, (image.height() - size.height()) / 2);
+    return image.copy(QRect(corner, size));
 }
 
 } // namespace
@@ -35,7 +48,7 @@ CaptureFrameQueue::~CaptureFrameQueue()
 
 void CaptureFrameQueue::push(Job job, std::optional<std::chrono::microseconds> presentationTime)
 {
-    Pending pending{std::move(job), presentationTime};
+    Pending pending{std::move(job), presentationTime, m_zoomFactor};
     if (m_busy)
         m_waiting = std::move(pending);
     else
@@ -48,8 +61,8 @@ void CaptureFrameQueue::start(Pending pending)
     const auto time = pending.presentationTime;
     QtFuture::makeReadyFuture()
         .then(&m_worker,
-              [job = std::move(pending.job)] {
-                  Turned turned{job(), 0};
+              [job = std::move(pending.job), zoom = pending.zoomFactor] {
+                  Turned turned{zoomedIn(job(), zoom), 0};
                   if (turned.image.isNull())
                       return turned;
                   if (!isPlainRgb(turned.image.format()))

@@ -20,6 +20,9 @@ namespace kestrum {
 /// already waiting: a slow machine drops frames instead of falling behind. Finished
 /// frames come back on the queue's own thread, with the plain mean luminance of the
 /// whole frame, which is cheap to take while the pixels are at hand.
+///
+/// A zoom factor above 1 keeps the middle 1/factor of each axis of every frame pushed
+/// afterwards, as a lens zoomed in would see it: for cameras that cannot zoom themselves.
 class CaptureFrameQueue : public QObject {
     Q_OBJECT
 
@@ -36,6 +39,9 @@ public:
     /// conversion to an image happens on the worker.
     void pushVideoFrame(const QVideoFrame& frame);
 
+    void setZoomFactor(float factor) { m_zoomFactor = factor; }
+    float zoomFactor() const { return m_zoomFactor; }
+
 signals:
     void frameReady(const kestrum::CameraFrame& frame, double frameLuminance);
 
@@ -43,6 +49,7 @@ private:
     struct Pending {
         Job job;
         std::optional<std::chrono::microseconds> presentationTime;
+        float zoomFactor = 1.0f;
     };
 
     void start(Pending pending);
@@ -50,6 +57,7 @@ private:
     QThreadPool m_worker;
     std::optional<Pending> m_waiting;
     bool m_busy = false;
+    float m_zoomFactor = 1.0f;
 };
 
 } // namespace kestrum

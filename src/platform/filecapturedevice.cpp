@@ -68,13 +68,9 @@ FileCaptureDevice::Sidecar FileCaptureDevice::Sidecar::read(const QString& media
 
 FileCaptureDevice::FileCaptureDevice(const QString& path, PreferenceStore& preferences,
                                      QObject* parent)
-    : CaptureDevice(parent)
+    : SelfMeteringCaptureDevice(preferences, parent)
     , m_path(path)
-    , m_preferences(preferences)
-    , m_frames(new CaptureFrameQueue(this))
-{
-    connect(m_frames, &CaptureFrameQueue::frameReady, this, &FileCaptureDevice::takeFrame);
-}
+{}
 
 FileCaptureDevice::~FileCaptureDevice()
 {
@@ -118,7 +114,7 @@ bool FileCaptureDevice::findCamera()
     } else {
         m_media = Media::video;
     }
-    m_calibration.emplace(m_preferences, id());
+    useCalibration(id());
     m_sidecar = Sidecar::read(m_path);
     return true;
 }
@@ -144,7 +140,7 @@ void FileCaptureDevice::createInput()
     m_player->setVideoSink(m_sink);
     m_player->setLoops(QMediaPlayer::Infinite);
     m_player->setSource(QUrl::fromLocalFile(QFileInfo(m_path).absoluteFilePath()));
-    connect(m_sink, &QVideoSink::videoFrameChanged, m_frames, &CaptureFrameQueue::pushVideoFrame);
+    connect(m_sink, &QVideoSink::videoFrameChanged, &frames(), &CaptureFrameQueue::pushVideoFrame);
     connect(m_player, &QMediaPlayer::playbackStateChanged, this,
             [this](QMediaPlayer::PlaybackState state) {
                 setRunning(state == QMediaPlayer::PlayingState);
@@ -189,50 +185,19 @@ void FileCaptureDevice::nextStill()
 {
     const auto time = m_stillIndex * kStillFrameInterval;
     if (!m_onlyStill.isNull()) {
-        m_frames->push([image = m_onlyStill] { return image; }, time);
+        frames().push([image = m_onlyStill] { return image; }, time);
     } else {
         const QString path = m_stills.at(m_stillIndex % m_stills.size());
-        m_frames->push([path] { return QImage(path); }, time);
+        frames().push([path] { return QImage(path); }, time);
     }
     ++m_stillIndex;
-}
-
-void FileCaptureDevice::takeFrame(const CameraFrame& frame, double frameLuminance)
-{
-    const bool subjectChanged = m_target.takeFrame(frame.image, frameLuminance);
-    emit frameArrived(frame);
-    if (subjectChanged)
-        emit subjectAreaDidChange();
-}
-
-void FileCaptureDevice::setExposurePointOfInterest(QPointF point)
-{
-    m_target.setPointOfInterest(point);
-}
-
-void FileCaptureDevice::setExposureMode(ExposureMode mode)
-{
-    m_target.setMode(mode);
-}
-
-void FileCaptureDevice::setSubjectAreaChangeMonitoringEnabled(bool enabled)
-{
-    m_target.setSubjectAreaMonitoring(enabled);
 }
 
 std::optional<float> FileCaptureDevice::lensAperture() const
 {
     if (m_sidecar.aperture)
         return m_sidecar.aperture;
-    return float(m_calibration ? m_calibration->aperture() : CaptureCalibration::kDefaultAperture);
-}
-
-std::optional<float> FileCaptureDevice::exposureTargetOffsetEV() const
-{
-    const std::optional<float> measured = m_target.offsetEV();
-    if (!measured || !m_calibration)
-        return measured;
-    return *measured + float(m_calibration->offsetEV());
+    return calibratedAperture();
 }
 
 } // namespace kestrum

@@ -1,8 +1,6 @@
 #pragma once
 
-#include "capturecalibration.h"
-#include "capturedevice.h"
-#include "exposuretarget.h"
+#include "selfmeteringcapturedevice.h"
 
 #include <QStringList>
 
@@ -15,7 +13,6 @@ class QVideoSink;
 
 namespace kestrum {
 
-class CaptureFrameQueue;
 class PreferenceStore;
 
 /// A camera that plays recorded footage, for demonstrations and tests on machines
@@ -26,14 +23,12 @@ class PreferenceStore;
 /// media path with ".json" appended (`clip.avi.json`, or `frames.json` for a folder
 /// `frames`): {"iso": 100, "exposureDuration": 0.01, "aperture": 2.0}. A missing or
 /// malformed entry reads as unknown; an unknown aperture is taken from the camera's
-/// calibration. The exposure target offset is measured from the frames, as on a webcam,
-/// plus the calibration offset. Zoom is remembered for the preview to crop.
-class FileCaptureDevice final : public CaptureDevice {
+/// calibration. Metering, zoom and orientation are a self-metering camera's.
+class FileCaptureDevice final : public SelfMeteringCaptureDevice {
     Q_OBJECT
 
 public:
     static constexpr int kStillFramesPerSecond = 30;
-    static constexpr float kMaxZoomFactor = 10.0f;
     /// Per-camera preferences of footage are kept under this id.
     static constexpr auto kDeviceId = "file";
 
@@ -56,10 +51,6 @@ public:
     QFuture<bool> requestAccess() override;
     bool createSession() override { return true; }
     bool findCamera() override;
-    Kind kind() const override { return Kind::wideAngle; }
-    QList<float> switchOverZoomFactors() const override { return {}; }
-    float minZoomFactor() const override { return 1.0f; }
-    float maxZoomFactor() const override { return kMaxZoomFactor; }
     void createInput() override;
     bool canAddInput() const override { return true; }
     bool canAddOutput() const override { return true; }
@@ -67,21 +58,10 @@ public:
     bool isRunning() const override { return m_running; }
     bool lockForConfiguration(QString*) override { return true; }
     void unlockForConfiguration() override {}
-    void setZoomFactor(float factor) override { m_zoomFactor = factor; }
-    void rampToZoomFactor(float factor, float) override { m_zoomFactor = factor; }
     void setContinuousAutoFocus() override {}
-    bool isExposurePointOfInterestSupported() const override { return true; }
-    bool isExposureModeSupported(ExposureMode) const override { return true; }
-    void setExposurePointOfInterest(QPointF point) override;
-    void setExposureMode(ExposureMode mode) override;
-    void setSubjectAreaChangeMonitoringEnabled(bool enabled) override;
     std::optional<float> iso() const override { return m_sidecar.iso; }
     std::optional<float> exposureDurationS() const override { return m_sidecar.exposureDurationS; }
     std::optional<float> lensAperture() const override;
-    std::optional<float> exposureTargetOffsetEV() const override;
-
-    /// The zoom factor last set, for the preview to crop by.
-    float zoomFactor() const { return m_zoomFactor; }
 
 private:
     enum class Media { none, stills, video };
@@ -89,11 +69,8 @@ private:
     void run();
     void setRunning(bool running);
     void nextStill();
-    void takeFrame(const CameraFrame& frame, double frameLuminance);
 
     QString m_path;
-    PreferenceStore& m_preferences;
-    std::optional<CaptureCalibration> m_calibration;
     Sidecar m_sidecar;
     Media m_media = Media::none;
     QStringList m_stills;
@@ -102,10 +79,7 @@ private:
     QTimer* m_stillTimer = nullptr;
     QMediaPlayer* m_player = nullptr;
     QVideoSink* m_sink = nullptr;
-    CaptureFrameQueue* m_frames;
-    ExposureTarget m_target;
     bool m_running = false;
-    float m_zoomFactor = 1.0f;
 };
 
 } // namespace kestrum

@@ -4,15 +4,18 @@
 
 #include <QSettings>
 
+#include <optional>
+
 namespace kestrum {
 
 /// The preference store kept in an INI file through QSettings.
 ///
 /// Numbers are written as their shortest round-trip text, so a float reads back
 /// exactly. An array of maps becomes a QSettings array group (`key/size`,
-/// `key/1/<map key>=<value>`, ...). A file that QSettings cannot parse is read for
-/// what it yields and copied aside to "<file>.corrupt" before the first write, so
-/// nothing a user had is silently lost. The file is only written when a value is set.
+/// `key/1/<map key>=<value>`, ...). A damaged file (one QSettings cannot parse, or
+/// binary bytes) is read for what it yields and copied aside to "<file>.corrupt" before
+/// the first write, so nothing a user had is silently lost; the write keeps what was
+/// readable. The file is only written when a value is set.
 class IniPreferenceStore final : public PreferenceStore {
 public:
     explicit IniPreferenceStore(const QString& filePath);
@@ -34,8 +37,9 @@ private:
     void keepCorruptCopy();
 
     mutable QMutex m_mutex;
-    mutable QSettings m_settings;
+    mutable std::optional<QSettings> m_settings; // replaced once a damaged file is rewritten
     bool m_keepCorruptCopy = false;
+    bool m_unsynced = false; // values set since the last sync
 };
 
 } // namespace kestrum

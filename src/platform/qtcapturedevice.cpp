@@ -2,6 +2,7 @@
 
 #include "captureframequeue.h"
 #include "v4l2controls.h"
+#include "webcamexposure.h"
 
 #include <QCamera>
 #include <QCameraDevice>
@@ -21,11 +22,6 @@ namespace kestrum {
 
 namespace {
 Q_LOGGING_CATEGORY(lcCapture, "kestrum.platform.camera")
-
-// The absolute-exposure control counts in units of 100 µs.
-constexpr double kExposureUnitS = 100e-6;
-// The ISO at the gain control's default value.
-constexpr double kBaseIso = 100.0;
 
 QCameraDevice chosenCamera()
 {
@@ -52,12 +48,8 @@ QString preferenceId(const QCameraDevice& camera)
 } // namespace
 
 QtCaptureDevice::QtCaptureDevice(PreferenceStore& preferences, QObject* parent)
-    : CaptureDevice(parent)
-    , m_preferences(preferences)
-    , m_frames(new CaptureFrameQueue(this))
-{
-    connect(m_frames, &CaptureFrameQueue::frameReady, this, &QtCaptureDevice::takeFrame);
-}
+    : SelfMeteringCaptureDevice(preferences, parent)
+{}
 
 QtCaptureDevice::~QtCaptureDevice()
 {
@@ -93,7 +85,7 @@ bool QtCaptureDevice::findCamera()
         return false;
     m_cameraId = camera.id();
     m_id = preferenceId(camera);
-    m_calibration.emplace(m_preferences, m_id);
+    useCalibration(m_id);
     return true;
 }
 
@@ -118,7 +110,7 @@ void QtCaptureDevice::createInput()
     connect(m_camera, &QCamera::activeChanged, this, &QtCaptureDevice::setRunning);
     connect(m_camera, &QCamera::errorOccurred, this,
             [](QCamera::Error, const QString& text) { qCWarning(lcCapture) << text; });
-    connect(m_sink, &QVideoSink::videoFrameChanged, m_frames, &CaptureFrameQueue::pushVideoFrame);
+    connect(m_sink, &QVideoSink::videoFrameChanged, &frames(), &CaptureFrameQueue::pushVideoFrame);
 }
 
 void QtCaptureDevice::startRunning()
@@ -141,14 +133,6 @@ void QtCaptureDevice::setRunning(bool running)
     emit runningChanged(running);
 }
 
-void QtCaptureDevice::takeFrame(const CameraFrame& frame, double frameLuminance)
-{
-    const bool subjectChanged = m_target.takeFrame(frame.image, frameLuminance);
-    emit frameArrived(frame);
-    if (subjectChanged)
-        emit subjectAreaDidChange();
-}
-
 bool QtCaptureDevice::lockForConfiguration(QString* error)
 {
     if (m_camera)
@@ -163,62 +147,47 @@ void QtCaptureDevice::setContinuousAutoFocus()
         m_controls->setValue(V4L2_CID_FOCUS_AUTO, 1);
 }
 
-void QtCaptureDevice::setExposurePointOfInterest(QPointF point)
-{
-    m_target.setPointOfInterest(point);
-}
-
 void QtCaptureDevice::setExposureMode(ExposureMode mode)
 {
-    m_target.setMode(mode);
+    SelfMeteringCaptureDevice::setExposureMode(mode);
     if (!m_controls || !m_controls->isOpen())
         return;
-    const bool automatic =
-        mode == ExposureMode::autoExpose || mode == ExposureMode::continuousAutoExposure;
-    const qint32 value = automatic ? V4L2_EXPOSURE_APERTURE_PRIORITY : V4L2_EXPOSURE_MANUAL;
-    if (!m_controls->setValue(V4L2_CID_EXPOSURE_AUTO, value))
+    const std::optional<qint32> value =
+        webcamexposure::autoExposureEntry(mode, m_controls->menuEntries(V4L2_CID_EXPOSURE_AUTO));
+    if (!value) {
+        qCWarning(lcCapture) << "The camera has no exposure mode for" << int(mode);
+        return;
+    }
+    if (!m_controls->setValue(V4L2_CID_EXPOSURE_AUTO, *value))
         qCWarning(lcCapture) << "Cannot set the exposure mode:" << m_controls->errorText();
-}
-
-void QtCaptureDevice::setSubjectAreaChangeMonitoringEnabled(bool enabled)
-{
-    m_target.setSubjectAreaMonitoring(enabled);
 }
 
 std::optional<float> QtCaptureDevice::iso() const
 {
     if (!m_camera)
         return std::nullopt;
-    const auto gain = m_controls ? m_controls->value(V4L2_CID_GAIN) : std::nullopt;
-    const auto range = m_controls ? m_controls->range(V4L2_CID_GAIN) : std::nullopt;
-    if (!gain || !range)
-        return float(kBaseIso);
-    return float(kBaseIso * (*gain - range->minimum + 1) /
-                 (range->defaultValue - range->minimum + 1));
+    if (!m_controls)
+        return webcamexposure::isoFromGain(std::nullopt, std::nullopt);
+    return webcamexposure::isoFromGain(m_controls->value(V4L2_CID_GAIN),
+                                       m_controls->range(V4L2_CID_GAIN));
 }
 
 std::optional<float> QtCaptureDevice::exposureDurationS() const
 {
     if (!m_camera)
         return std::nullopt;
-    if (const auto units =
-            m_controls ? m_controls->value(V4L2_CID_EXPOSURE_ABSOLUTE) : std::nullopt)
-        return float(*units * kExposureUnitS);
+    if (m_controls) {
+        if (const auto seconds = webcamexposure::durationFromExposureUnits(
+                m_controls->value(V4L2_CID_EXPOSURE_ABSOLUTE)))
+            return seconds;
+    }
     const float seconds = m_camera->exposureTime();
     return seconds > 0 ? std::optional(seconds) : std::nullopt;
 }
 
 std::optional<float> QtCaptureDevice::lensAperture() const
 {
-    return float(m_calibration ? m_calibration->aperture() : CaptureCalibration::kDefaultAperture);
-}
-
-std::optional<float> QtCaptureDevice::exposureTargetOffsetEV() const
-{
-    const std::optional<float> measured = m_target.offsetEV();
-    if (!measured || !m_calibration)
-        return measured;
-    return *measured + float(m_calibration->offsetEV());
+    return calibratedAperture();
 }
 
 } // namespace kestrum

@@ -87,4 +87,23 @@ std::optional<V4l2Controls::Range> V4l2Controls::range(quint32 controlId) const
     return Range{query.minimum, query.maximum, query.default_value};
 }
 
+QList<qint32> V4l2Controls::menuEntries(quint32 controlId) const
+{
+    const std::optional<Range> values = range(controlId);
+    QList<qint32> entries;
+    if (!values)
+        return entries;
+    for (qint32 index = values->minimum; index <= values->maximum && index >= 0; ++index) {
+        v4l2_querymenu query{};
+        query.id = controlId;
+        query.index = quint32(index);
+        // Cameras leave gaps in their menus: a missing entry fails alone.
+        if (control(m_fd, VIDIOC_QUERYMENU, &query) == 0)
+            entries.append(index);
+        if (index == values->maximum)
+            break;
+    }
+    return entries;
+}
+
 } // namespace kestrum

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QString>
 
 #include <optional>
@@ -33,6 +34,8 @@ public:
     std::optional<qint32> value(quint32 controlId) const;
     bool setValue(quint32 controlId, qint32 value);
     std::optional<Range> range(quint32 controlId) const;
+    /// The values a menu control accepts; empty when it is no menu or cannot be asked.
+    QList<qint32> menuEntries(quint32 controlId) const;
 
 private:
     int m_fd = -1;

@@ -56,6 +56,8 @@ class FolderPhotoLibraryTest : public QObject {
     QString m_root;
     QString m_album;
 
+    ImageProperties exposure() const { return exposureMetadata("200", "2.8", "500", 0.33); }
+
     QString source(const QString& name, const QByteArray& bytes)
     {
         const QString path = m_dir->filePath(name);
@@ -118,8 +120,7 @@ private slots:
     {
         FolderPhotoLibrary library(m_root, m_metadata);
         PhotoAlbum album(library, m_metadata);
-        const QByteArray bytes =
-            loggedJpeg(m_metadata, exposureMetadata("200", "2.8", "500", 0.33));
+        const QByteArray bytes = loggedJpeg(m_metadata, exposure());
         const QString path = source("Kestrum.jpeg", bytes);
         const QString first = saveInto(album, path);
         const QString second = saveInto(album, path);
@@ -153,23 +154,17 @@ private slots:
     void skipsFilesItCannotRead()
     {
         QVERIFY(QDir().mkpath(m_album));
-        const QByteArray logged =
-            loggedJpeg(m_metadata, exposureMetadata("200", "2.8", "500", 0.33));
+        const QByteArray logged = loggedJpeg(m_metadata, exposure());
         QByteArray damagedHeader = logged;
         damagedHeader.replace(0, 64, QByteArray(64, '\x5A'));
-        QByteArray png;
-        QBuffer buffer(&png);
-        buffer.open(QIODevice::WriteOnly);
-        QImage(8, 8, QImage::Format_RGB32).save(&buffer, "PNG");
-        const auto large = m_metadata.merged(noisyJpeg(QSize(200, 150)),
-                                             exposureMetadata("200", "2.8", "500", 0.33));
+        const auto large = m_metadata.merged(noisyJpeg(QSize(200, 150)), exposure());
         QVERIFY(writeFile(m_album + "/logged.jpeg", logged));
         QVERIFY(writeFile(m_album + "/empty.jpeg", {}));
         QVERIFY(writeFile(m_album + "/truncated.jpeg", large->left(large->size() - 1000)));
         QVERIFY(writeFile(m_album + "/damaged.jpeg", damagedHeader));
         QVERIFY(writeFile(m_album + "/notes.jpeg", "ISO 200, f/2.8, 1/500"));
         QVERIFY(writeFile(m_album + "/plain.jpeg", plainJpeg()));
-        QVERIFY(writeFile(m_album + "/drawing.png", png));
+        QVERIFY(QImage(8, 8, QImage::Format_RGB32).save(m_album + "/drawing.png", "PNG"));
         QVERIFY(writeFile(m_album + "/notes.txt", "not a photo"));
 
         FolderPhotoLibrary library(m_root, m_metadata);
@@ -204,8 +199,7 @@ private slots:
         }
         FolderPhotoLibrary library(m_root, m_metadata);
         PhotoAlbum album(library, m_metadata);
-        const auto large =
-            m_metadata.merged(noisyJpeg(QSize(400, 300)), exposureMetadata("200", "2.8", "500", 0));
+        const auto large = m_metadata.merged(noisyJpeg(QSize(400, 300)), exposure());
         QVERIFY(large && large->size() > 64 * 1024);
         const QString result = saveInto(album, source("large.jpeg", *large));
         QVERIFY2(result.startsWith("failed: the photo could not be stored"), qPrintable(result));
@@ -216,9 +210,7 @@ private slots:
     {
         FolderPhotoLibrary library(m_root, m_metadata);
         PhotoAlbum album(library, m_metadata);
-        const QString first = saveInto(
-            album,
-            source("a.jpeg", loggedJpeg(m_metadata, exposureMetadata("200", "2.8", "500", 0))));
+        const QString first = saveInto(album, source("a.jpeg", loggedJpeg(m_metadata, exposure())));
         QTRY_COMPARE(album.loggedExposures().size(), 1);
         QVERIFY(QFile::copy(m_album + "/" + first, m_album + "/copied by hand.jpeg"));
         QTRY_COMPARE(album.loggedExposures().size(), 2);

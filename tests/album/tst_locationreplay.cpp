@@ -12,10 +12,7 @@ using namespace std::chrono_literals;
 Q_DECLARE_METATYPE(kestrum::PositionSourceChoice)
 
 namespace {
-/// The first fix of data/replay.nmea.
-constexpr double kFirstLatitude = 48.8584;
-constexpr double kFirstLongitude = 2.2945;
-constexpr double kFirstAltitudeM = 35.0;
+const Location kFirstFix{48.8584, 2.2945, 35.0}; // of data/replay.nmea
 constexpr double kDegreesTolerance = 1e-6;
 
 std::unique_ptr<LocationManager> managerOn(const QString& sourceVariable,
@@ -44,8 +41,7 @@ class LocationReplayTest : public QObject {
 private slots:
     void initTestCase()
     {
-        // Qt Positioning hides the plugins not marked testable (GeoClue2, NMEA) from
-        // programs run by Qt Test; these tests are about the real NMEA plugin.
+        // Qt Positioning hides untestable plugins (NMEA among them) from Qt Test programs.
         qunsetenv("QT_QTESTLIB_RUNNING");
     }
 
@@ -80,54 +76,47 @@ private slots:
     void replayedLogGivesItsFix_data()
     {
         QTest::addColumn<QString>("variable");
+        QTest::addColumn<bool>("asks"); // for permission first, as GeoClue does
         const QString log = QFINDTESTDATA("data/replay.nmea");
-        QTest::newRow("path") << "nmea:" + log;
-        QTest::newRow("file URL") << "nmea:" + QUrl::fromLocalFile(log).toString();
+        QTest::newRow("path") << "nmea:" + log << false;
+        QTest::newRow("file URL") << "nmea:" + QUrl::fromLocalFile(log).toString() << false;
+        QTest::newRow("asking for permission") << "nmea:" + log << true;
     }
 
     void replayedLogGivesItsFix()
     {
+        using Status = PositionSource::AuthorizationStatus;
         QFETCH(QString, variable);
-        const auto manager = managerOn(variable, QtPositionSource::kFixTimeout);
-
-        auto first = manager->currentLocation();
+        QFETCH(bool, asks);
+        auto choice = PositionSourceChoice::parse(variable);
+        choice.asksPermission = asks;
+        auto source = std::make_unique<QtPositionSource>(choice);
+        const QtPositionSource* observed = source.get();
+        QCOMPARE(observed->authorizationStatus(),
+                 asks ? Status::notDetermined : Status::authorizedWhenInUse);
+        LocationManager manager(std::move(source), std::make_unique<FakeReverseGeocoder>());
+        auto first = manager.currentLocation();
         QTRY_VERIFY(first.isFinished());
         QCOMPARE(failureOf(first), std::nullopt);
         const std::optional<Location> fix = first.result();
         QVERIFY(fix);
-        QVERIFY(qAbs(fix->latitude - kFirstLatitude) < kDegreesTolerance);
-        QVERIFY(qAbs(fix->longitude - kFirstLongitude) < kDegreesTolerance);
-        QCOMPARE(fix->altitude, kFirstAltitudeM);
+        if (!asks) { // asking takes the first fix itself
+            QVERIFY(qAbs(fix->latitude - kFirstFix.latitude) < kDegreesTolerance);
+            QVERIFY(qAbs(fix->longitude - kFirstFix.longitude) < kDegreesTolerance);
+            QCOMPARE(fix->altitude, kFirstFix.altitude);
+        }
+        QCOMPARE(observed->authorizationStatus(), Status::authorizedWhenInUse);
 
-        // The log needs no permission, and a later request gets a fix of its own.
-        auto second = manager->currentLocation();
+        // A later request gets a fix of its own.
+        auto second = manager.currentLocation();
         QTRY_VERIFY(second.isFinished());
         QCOMPARE(failureOf(second), std::nullopt);
         QVERIFY(second.result());
     }
 
-    void askingForPermissionTakesAFix()
-    {
-        auto choice = PositionSourceChoice::parse("nmea:" + QFINDTESTDATA("data/replay.nmea"));
-        choice.asksPermission = true; // as GeoClue does
-        auto source = std::make_unique<QtPositionSource>(choice);
-        const QtPositionSource* observed = source.get();
-        QCOMPARE(observed->authorizationStatus(),
-                 PositionSource::AuthorizationStatus::notDetermined);
-        LocationManager manager(std::move(source), std::make_unique<FakeReverseGeocoder>());
-
-        auto location = manager.currentLocation();
-        QTRY_VERIFY(location.isFinished());
-        QCOMPARE(failureOf(location), std::nullopt);
-        QVERIFY(location.result());
-        QCOMPARE(observed->authorizationStatus(),
-                 PositionSource::AuthorizationStatus::authorizedWhenInUse);
-    }
-
     void logWithoutFixGivesNothingInTime()
     {
         const auto manager = managerOn("nmea:" + QFINDTESTDATA("data/nofix.nmea"), 50ms);
-
         auto location = manager->currentLocation();
         QTRY_VERIFY(location.isFinished());
         QCOMPARE(failureOf(location), std::nullopt);
@@ -138,21 +127,17 @@ private slots:
     {
         QTest::addColumn<QString>("variable");
         QTest::newRow("none") << "none";
-        QTest::newRow("missing log") << "nmea:" + m_missingLog;
+        QTest::newRow("missing log") << "nmea:/nonexistent/kestrum/walk.nmea";
     }
 
     void noSourceMeansServicesDisabled()
     {
         QFETCH(QString, variable);
         const auto manager = managerOn(variable, QtPositionSource::kFixTimeout);
-
         auto location = manager->currentLocation();
         QVERIFY(location.isFinished());
         QCOMPARE(failureOf(location), LocationManager::Error::locationServicesDisabled);
     }
-
-private:
-    const QString m_missingLog = QStringLiteral("/nonexistent/kestrum/walk.nmea");
 };
 
 QTEST_GUILESS_MAIN(LocationReplayTest)

@@ -22,8 +22,7 @@ struct ReceivedRequest {
     qint64 atMs = 0; // on the geocoder's clock
 };
 
-/// A local stand-in for the geocoding service: answers every request with the current
-/// canned answer (a status of 0 holds the connection open) and records what it was asked.
+/// The geocoding service on loopback: records requests, gives the canned answer (0: none).
 class FakeGeocodingServer : public QObject {
 public:
     explicit FakeGeocodingServer(const Clock& clock)

@@ -141,13 +141,14 @@ private slots:
         library.addPhoto(other, logged, date(7)); // another album
 
         PhotoAlbum album(library, m_metadata);
-        QTRY_COMPARE(identifiers(album),
-                     (QStringList{newer.localIdentifier, older.localIdentifier}));
+        QTRY_VERIFY(album.loading().isFinished());
+        QCOMPARE(identifiers(album), (QStringList{newer.localIdentifier, older.localIdentifier}));
         QCOMPARE(album.loggedExposures().first().speed(), "1/4s");
 
         const auto saved = album.save(loggedFile());
         QTRY_VERIFY(saved.isFinished());
-        QTRY_COMPARE(album.loggedExposures().size(), 3);
+        QTRY_VERIFY(album.loading().isFinished());
+        QCOMPARE(album.loggedExposures().size(), 3);
         QCOMPARE(library.albumCreations(), 0);
     }
 

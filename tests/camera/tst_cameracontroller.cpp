@@ -508,8 +508,17 @@ private slots:
         QCOMPARE(controller.authorizationStatus(), AuthorizationStatus::authorized);
     }
 
+    void loggedPhotoCarriesTheMeteredExposure_data()
+    {
+        QTest::addColumn<CameraFrame::Orientation>("orientation");
+        QTest::addColumn<int>("exifOrientation");
+        QTest::newRow("webcam, upright") << CameraFrame::Orientation::up << 1;
+        QTest::newRow("phone sensor, a quarter turn off") << CameraFrame::Orientation::right << 6;
+    }
+
     void loggedPhotoCarriesTheMeteredExposure()
     {
+        QFETCH(CameraFrame::Orientation, orientation);
         QFile::remove(captureFile());
         Rig rig;
         rig.start();
@@ -524,7 +533,9 @@ private slots:
         QFuture<void> logged = rig.controller->logExposure();
         QCoreApplication::processEvents(); // the permission check answers
         QCOMPARE(metadataRequests, 0);     // nothing happens before the next frame
-        rig.device->pushFrame(greyFrame());
+        CameraFrame frame = greyFrame();
+        frame.orientation = orientation;
+        rig.device->pushFrame(frame);
         QTRY_VERIFY(logged.isFinished());
         logged.waitForFinished(); // rethrows a failure
         QCOMPARE(metadataRequests, 1);
@@ -535,7 +546,7 @@ private slots:
 
         QProcess exiftool;
         exiftool.start("exiftool", {"-json", "-n", "-ISO", "-FNumber", "-ExposureTime",
-                                    "-ImageWidth", "-ImageHeight", captureFile()});
+                                    "-ImageWidth", "-ImageHeight", "-Orientation", captureFile()});
         QVERIFY2(exiftool.waitForFinished(), "exiftool (libimage-exiftool-perl) must be installed");
         const QJsonObject tags =
             QJsonDocument::fromJson(exiftool.readAllStandardOutput()).array().first().toObject();
@@ -544,6 +555,7 @@ private slots:
         QCOMPARE(tags.value("ExposureTime").toDouble(), 0.004);
         QCOMPARE(tags.value("ImageWidth").toInt(), 64);
         QCOMPARE(tags.value("ImageHeight").toInt(), 48);
+        QTEST(tags.value("Orientation").toInt(), "exifOrientation");
     }
 
     void albumPermissionFailureCapturesNothing()

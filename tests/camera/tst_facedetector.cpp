@@ -21,6 +21,7 @@ public:
     std::map<quint64, std::deque<float>> confidences;
     QList<quint64> withoutResult;
     enum class Failure { none, detection, tracking, refinement } failure = Failure::none;
+    FaceAnalyserError failureKind = FaceAnalyserError::analysisFailed;
     int detections = 0;
 
     QList<QRect> detectFaces(const QImage&) override
@@ -51,7 +52,7 @@ private:
     void failIf(Failure stage) const
     {
         if (failure == stage)
-            throw FaceAnalyserException(FaceAnalyserError::analysisFailed, "boom");
+            throw FaceAnalyserException(failureKind, "boom");
     }
 };
 
@@ -210,22 +211,33 @@ private slots:
     void failedStageIsLoggedAndDropped_data()
     {
         using Failure = ScriptedAnalyser::Failure;
+        using enum FaceAnalyserError;
         QTest::addColumn<int>("failure");
+        QTest::addColumn<FaceAnalyserError>("kind");
         QTest::addColumn<QString>("message");
         QTest::addColumn<int>("requestsAfter");
         QTest::addColumn<int>("boxXAfter");
-        QTest::newRow("detection: the next frame detects")
-            << int(Failure::detection) << "Failed to perform FaceRectangleRequest: boom" << 0 << 0;
+        QTest::newRow("detection refused: the next frame detects")
+            << int(Failure::detection) << frameRejected
+            << "Failed to perform FaceRectangleRequest: boom" << 0 << 0;
+        QTest::newRow("detection failed: the next frame detects")
+            << int(Failure::detection) << analysisFailed << "FaceDetection error: boom." << 0 << 0;
         QTest::newRow("tracking keeps the list as it was")
-            << int(Failure::tracking) << "Failed to perform SequenceRequest: boom" << 1 << 10;
-        QTest::newRow("fitting still moves the requests")
-            << int(Failure::refinement) << "Failed to perform FaceLandmarkRequest: boom" << 1 << 12;
+            << int(Failure::tracking) << analysisFailed << "Failed to perform SequenceRequest: boom"
+            << 1 << 10;
+        QTest::newRow("fitting refused still moves the requests")
+            << int(Failure::refinement) << frameRejected
+            << "Failed to perform FaceLandmarkRequest: boom" << 1 << 12;
+        QTest::newRow("fitting failed still moves the requests")
+            << int(Failure::refinement) << analysisFailed << "FaceLandmarks error: boom." << 1
+            << 12;
     }
 
     // A failure costs its frame's observations only; the next frame goes on.
     void failedStageIsLoggedAndDropped()
     {
         QFETCH(int, failure);
+        QFETCH(FaceAnalyserError, kind);
         QFETCH(QString, message);
         QFETCH(int, requestsAfter);
         QFETCH(int, boxXAfter);
@@ -234,6 +246,7 @@ private slots:
         if (!detection)
             f.process(1, 1);
         f.analyser->failure = ScriptedAnalyser::Failure(failure);
+        f.analyser->failureKind = kind;
         QTest::ignoreMessage(QtWarningMsg, message.toUtf8().constData());
         f.process(detection ? 1 : 2, detection ? 1 : 2);
         QCOMPARE(f.observed.size(), 0);

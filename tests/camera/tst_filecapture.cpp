@@ -4,6 +4,7 @@
 #include "platform/filecapturedevice.h"
 #include "platform/memorypreferencestore.h"
 
+#include <QPainter>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -130,6 +131,65 @@ private slots:
         FileCaptureDevice described(at("grey.png"), *m_prefs);
         QVERIFY(described.findCamera());
         QCOMPARE(described.lensAperture(), OptF(5.6f));
+    }
+
+    void zoomCropsTheMiddleOfEachFrame()
+    {
+        QImage framed = filled(20); // a bright middle half in a dark border
+        QPainter(&framed).fillRect(8, 6, 16, 12, QColor(200, 200, 200));
+        QVERIFY(framed.save(at("framed.png")));
+        FileCaptureDevice device(at("framed.png"), *m_prefs);
+        QVERIFY(device.findCamera());
+        device.createInput();
+        QSignalSpy frames(&device, &CaptureDevice::frameArrived);
+        device.startRunning();
+        QVERIFY(frames.wait());
+        const float wide = *device.exposureTargetOffsetEV();
+
+        device.setZoomFactor(2.0f);
+        frames.clear();
+        QTRY_VERIFY(!frames.isEmpty() &&
+                    frames.last().at(0).value<CameraFrame>().image.size() == QSize(16, 12));
+        const double middle = exposuretarget::offsetEV(exposuretarget::linearFromSrgb(200));
+        QTRY_VERIFY(std::fabs(*device.exposureTargetOffsetEV() - middle) < 1e-4);
+        QVERIFY(middle > wide);
+
+        // A ramp passes through the factors between and settles on the one asked for.
+        device.rampToZoomFactor(1.0f, 8.0f);
+        QCOMPARE(device.zoomFactor(), 2.0f);
+        QTRY_COMPARE(device.zoomFactor(), 1.0f);
+        QTRY_COMPARE(frames.last().at(0).value<CameraFrame>().image.size(), QSize(32, 24));
+    }
+
+    void framesCarryTheSensorRotation_data()
+    {
+        using enum CameraFrame::Orientation;
+        QTest::addColumn<OptF>("degrees");
+        QTest::addColumn<CameraFrame::Orientation>("orientation");
+        QTest::newRow("webcam default") << OptF() << up;
+        QTest::newRow("quarter turn") << OptF(90) << right;
+        QTest::newRow("half turn") << OptF(180) << down;
+        QTest::newRow("three quarters") << OptF(270) << left;
+        QTest::newRow("counter-clockwise") << OptF(-90) << left;
+        QTest::newRow("over a full turn") << OptF(450) << right;
+        QTest::newRow("nearest quarter") << OptF(80) << right;
+        QTest::newRow("not a number") << OptF(std::nanf("")) << up;
+    }
+
+    void framesCarryTheSensorRotation()
+    {
+        QFETCH(OptF, degrees);
+        QFETCH(CameraFrame::Orientation, orientation);
+        if (degrees)
+            m_prefs->setDouble(CaptureCalibration::rotationKey("file"), *degrees);
+        QVERIFY(filled(118).save(at("grey.png")));
+        FileCaptureDevice device(at("grey.png"), *m_prefs);
+        QVERIFY(device.findCamera());
+        device.createInput();
+        QSignalSpy frames(&device, &CaptureDevice::frameArrived);
+        device.startRunning();
+        QVERIFY(frames.wait());
+        QCOMPARE(frames.first().at(0).value<CameraFrame>().orientation, orientation);
     }
 
     void unusableFootage_data()

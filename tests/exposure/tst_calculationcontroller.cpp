@@ -12,6 +12,8 @@ using namespace kestrum;
 
 namespace {
 
+constexpr int kThrottle = CalculationController::kThrottleIntervalMs;
+
 // A meter on a scripted camera, a fresh profile and a clock that moves on demand.
 struct Meter {
     explicit Meter(double lightValue = 10.0, Mode mode = Mode::av)
@@ -38,7 +40,7 @@ class CalculationControllerTest : public QObject {
 private slots:
     void firstReadingIsComputedAtOnce()
     {
-        Meter meter(10.0);
+        const Meter meter(10.0);
         // EV 10 at f/2.8: 7.997/1024 s is nearest to 1/125.
         QCOMPARE(meter.controller->speed().display, "125");
         QCOMPARE(meter.controller->iso().display, "100");
@@ -49,17 +51,14 @@ private slots:
     void throttlePassesTheLatestValueAtMostEveryInterval()
     {
         Meter meter(10.0);
-        QSignalSpy speeds(meter.controller.get(), &CalculationController::speedChanged);
-        // Within one interval: 11, 13, 12 arrive; only 12 is applied, at the interval's end.
-        meter.camera->send(11.0);
-        meter.camera->send(13.0);
-        meter.camera->send(12.0);
+        const QSignalSpy speeds(meter.controller.get(), &CalculationController::speedChanged);
+        for (const double lightValue : {11.0, 13.0, 12.0}) // only the last is applied, later
+            meter.camera->send(lightValue);
         QCOMPARE(speeds.size(), 0);
-        meter.clock.advance(CalculationController::kThrottleIntervalMs);
+        meter.clock.advance(kThrottle);
         QCOMPARE(speeds.size(), 1);
         QCOMPARE(meter.controller->speed().display, "500"); // EV 12 at f/2.8: ~1/512
-        // After a quiet interval the next value goes through at once.
-        meter.clock.advance(CalculationController::kThrottleIntervalMs);
+        meter.clock.advance(kThrottle); // after a quiet interval the next goes through at once
         meter.camera->send(9.0);
         QCOMPARE(meter.controller->speed().display, "60");
     }
@@ -67,14 +66,13 @@ private slots:
     void throttleBoundsRecomputationWhateverTheInputRate()
     {
         Meter meter(10.0);
-        QSignalSpy speeds(meter.controller.get(), &CalculationController::speedChanged);
-        // A scene brightening by a stop every interval, read every millisecond.
-        for (int ms = 0; ms < 3000; ++ms) {
-            meter.camera->send(5.0 + ms / double(CalculationController::kThrottleIntervalMs));
+        const QSignalSpy speeds(meter.controller.get(), &CalculationController::speedChanged);
+        for (int ms = 0; ms < 3000; ++ms) { // a stop brighter every interval, read every ms
+            meter.camera->send(5.0 + ms / double(kThrottle));
             meter.clock.advance(1);
         }
-        QVERIFY2(speeds.size() <= 11, qPrintable(QString::number(speeds.size())));
-        QVERIFY2(speeds.size() >= 8, qPrintable(QString::number(speeds.size())));
+        QVERIFY2(speeds.size() >= 8 && speeds.size() <= 11,
+                 qPrintable(QString::number(speeds.size())));
     }
 
     void onlyTheCurrentModesOutcomesApply()
@@ -82,7 +80,7 @@ private slots:
         Meter meter(10.0, Mode::tv);
         const ShutterSpeed chosen = meter.controller->speed();
         meter.camera->send(14.0);
-        meter.clock.advance(CalculationController::kThrottleIntervalMs);
+        meter.clock.advance(kThrottle);
         QCOMPARE(meter.controller->speed(), chosen); // tv never computes the speed
         QCOMPARE(meter.controller->aperture().display, "11");
         // av's latest outcome applies at once: LV 14 at the f/11 just computed is 1/128.
@@ -91,75 +89,51 @@ private slots:
         QCOMPARE(meter.settings.mode(), Mode::av);
     }
 
-    void errorFallbacksUseTheFullTableEnds_data()
-    {
-        QTest::addColumn<int>("mode");
-        QTest::addColumn<double>("lightValue");
-        QTest::addColumn<QString>("error");
-        QTest::addColumn<QString>("shown");
-        QTest::newRow("tv too bright shows 45 despite a maximum of 16")
-            << int(Mode::tv) << 20.0 << "overexposed"
-            << "45";
-        QTest::newRow("tv too dark shows 0.7") << int(Mode::tv) << -2.0 << "underexposed"
-                                               << "0.7";
-        QTest::newRow("av too bright shows 8000") << int(Mode::av) << 20.0 << "overexposed"
-                                                  << "8000";
-        QTest::newRow("av too dark shows 30s") << int(Mode::av) << -2.0 << "underexposed"
-                                               << "30s";
-    }
-
     void errorFallbacksUseTheFullTableEnds()
     {
-        QFETCH(int, mode);
-        QFETCH(double, lightValue);
-        QFETCH(QString, error);
-        QFETCH(QString, shown);
-        Meter meter(lightValue, Mode(mode));
-        meter.settings.setMaximumAperture({Fraction::full, 16.0, "16"});
-        meter.clock.advance(CalculationController::kThrottleIntervalMs);
-        meter.camera->send(lightValue + 0.5);
-        meter.clock.advance(CalculationController::kThrottleIntervalMs);
-        QCOMPARE(meter.controller->exposureErrorText(), error);
-        const auto& c = *meter.controller;
-        QCOMPARE(Mode(mode) == Mode::tv ? c.aperture().display : c.speed().display, shown);
-    }
-
-    void manualDeviationAndItsLimits_data()
-    {
-        QTest::addColumn<double>("lightValue");
-        QTest::addColumn<QString>("error");
-        QTest::addColumn<QString>("shown");
-        // f/2.8 at 1/125 and ISO 100 expose correctly at LV ~10.
-        const double settings = Calculator::settingsLightValue(2.828, 0.0078125, 100.0, 0.0);
-        QTest::newRow("exactly -2 is shown") << settings - 2.0 << "" << u"\u22122"_qs;
-        QTest::newRow("exactly +2 is overexposed") << settings + 2.0 << "overexposed"
-                                                   << "10";
-        QTest::newRow("below -2 is underexposed")
-            << settings - 2.01 << "underexposed" << u"\u22123"_qs;
-        QTest::newRow("a stop bright") << settings + 1.0 << ""
-                                       << "1";
+        // The error and the value shown instead of the computed one.
+        const auto fallback = [](Mode mode, double lightValue) {
+            Meter meter(lightValue, mode);
+            meter.settings.setMaximumAperture({Fraction::full, 16.0, "16"});
+            meter.clock.advance(kThrottle);
+            meter.camera->send(lightValue + 0.5);
+            meter.clock.advance(kThrottle);
+            const auto& c = *meter.controller;
+            return c.exposureErrorText() + u' ' +
+                   (mode == Mode::tv ? c.aperture().display : c.speed().display);
+        };
+        QCOMPARE(fallback(Mode::tv, 20.0), "overexposed 45"); // despite a maximum of 16
+        QCOMPARE(fallback(Mode::tv, -2.0), "underexposed 0.7");
+        QCOMPARE(fallback(Mode::av, 20.0), "overexposed 8000");
+        QCOMPARE(fallback(Mode::av, -2.0), "underexposed 30s");
     }
 
     void manualDeviationAndItsLimits()
     {
-        QFETCH(double, lightValue);
-        QFETCH(QString, error);
-        QFETCH(QString, shown);
-        Meter meter(lightValue, Mode::m);
-        QCOMPARE(meter.controller->exposureErrorText(), error);
-        QCOMPARE(meter.controller->manualExposure().display, shown);
+        // f/2.8 at 1/125 and ISO 100 expose correctly at LV ~10.
+        const double lv = Calculator::settingsLightValue(2.828, 0.0078125, 100.0, 0.0);
+        const auto manual = [](double lightValue) {
+            const Meter meter(lightValue, Mode::m);
+            return meter.controller->exposureErrorText() + u' ' +
+                   meter.controller->manualExposure().display;
+        };
+        QCOMPARE(manual(lv - 2.0), u" \u22122"_qs);   // exactly -2 is shown
+        QCOMPARE(manual(lv + 2.0), "overexposed 10"); // exactly +2 is not
+        QCOMPARE(manual(lv - 2.01), u"underexposed \u22123"_qs);
+        QCOMPARE(manual(lv + 1.0), " 1");
     }
 
     void holdStopsMeasuringWithinOnePeriod()
     {
         Meter meter;
-        meter.clock.advance(3 * CalculationController::kMeasuringIntervalMs);
+        const int period = CalculationController::kMeasuringIntervalMs;
+        meter.clock.advance(3 * period);
         QCOMPARE(meter.camera->measureCount(), 3);
         meter.controller->setHold(true);
-        meter.clock.advance(10 * CalculationController::kMeasuringIntervalMs);
+        meter.clock.advance(10 * period);
         QCOMPARE(meter.camera->measureCount(), 3);
         meter.controller->setHold(false);
-        meter.clock.advance(CalculationController::kMeasuringIntervalMs);
+        meter.clock.advance(period);
         QCOMPARE(meter.camera->measureCount(), 4);
     }
 
@@ -182,8 +156,7 @@ private slots:
         meter.controller->setISO({Fraction::full, 400.0, "400"});
         QCOMPARE(meter.settings.speed().value, 0.001953125);
         QCOMPARE(meter.settings.iso().value, 400.0);
-        // The profile's own changes come back through a reload.
-        meter.settings.setMode(Mode::m);
+        meter.settings.setMode(Mode::m); // the profile's own changes come back through a reload
         QCOMPARE(meter.controller->mode(), Mode::tv);
         meter.clock.advance(0);
         QCOMPARE(meter.controller->mode(), Mode::m);

@@ -12,33 +12,13 @@ using namespace kestrum;
 namespace {
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
-// Limits written straight into the store, as a profile file would hold them.
 struct Profile {
     MemoryPreferenceStore store;
     ProfileSettings settings{QStringLiteral("default"), store};
     Calculator calculator{[this] { return &settings; }};
-
-    void limitApertures(double minimum, double maximum)
-    {
-        store.setDouble("default.minimumAperture", minimum);
-        store.setDouble("default.maximumAperture", maximum);
-    }
-    void limitSpeeds(double slowest, double fastest)
-    {
-        store.setDouble("default.minimumSpeed", slowest);
-        store.setDouble("default.maximumSpeed", fastest);
-    }
 };
 
-QString describe(const ExposureResult<Aperture>& r)
-{
-    return r.hasEntry() ? r.entry().display : rawValue(r.error());
-}
-QString describe(const ExposureResult<ShutterSpeed>& r)
-{
-    return r.hasEntry() ? r.entry().display : rawValue(r.error());
-}
-QString describe(const ExposureResult<Compensation>& r)
+template <typename C> QString describe(const ExposureResult<C>& r)
 {
     return r.hasEntry() ? r.entry().display : rawValue(r.error());
 }
@@ -49,74 +29,39 @@ class CalculatorTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void calculateAperture_data()
-    {
-        QTest::addColumn<QString>("step");
-        QTest::addColumn<double>("minimum");
-        QTest::addColumn<double>("maximum");
-        QTest::addColumn<double>("ev");
-        QTest::addColumn<double>("time");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("EV 10 at 1/125 gives 2.8")
-            << "full" << 1.0 << 22.63 << 10.0 << 0.0078125 << "2.8";
-        QTest::newRow("exactly the last entry is inside")
-            << "full" << 1.41 << 16.0 << 15.0 << 0.0078125 << "16";
-        QTest::newRow("EV 20 at 1/8000 gives 11")
-            << "full" << 0.7071 << 45.25 << 20.0 << 0.0001220703125 << "11";
-        QTest::newRow("EV 20 at 1 s is too bright")
-            << "full" << 0.7071 << 45.25 << 20.0 << 1.0 << "overexposed";
-        QTest::newRow("too dark for the widest")
-            << "full" << 1.41 << 22.63 << 0.0 << 0.0078125 << "underexposed";
-        QTest::newRow("exactly the first entry is inside")
-            << "full" << 2.0 << 22.63 << 2.0 << 1.0 << "2";
-        QTest::newRow("third scale keeps the entry's own type")
-            << "third" << 1.0 << 22.63 << 10.3 << 0.0078125 << "3.2";
-        QTest::newRow("NaN time is overexposed")
-            << "full" << 1.41 << 22.63 << 10.0 << kNaN << "overexposed";
-    }
-
     void calculateAperture()
     {
-        QFETCH(QString, step);
-        QFETCH(double, minimum);
-        QFETCH(double, maximum);
-        QFETCH(double, ev);
-        QFETCH(double, time);
-        QFETCH(QString, expected);
-        Profile profile;
-        profile.store.setString("default.fractionForAperture", step);
-        profile.limitApertures(minimum, maximum);
-        QCOMPARE(describe(profile.calculator.calculateAperture(ev, time)), expected);
-    }
-
-    void calculateSpeed_data()
-    {
-        QTest::addColumn<double>("slowest");
-        QTest::addColumn<double>("fastest");
-        QTest::addColumn<double>("ev");
-        QTest::addColumn<double>("fNumber");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("64 s is longer than 30s")
-            << 32.0 << 0.0001220703125 << 0.0 << 8.0 << "underexposed";
-        QTest::newRow("between 1/2000 and 1/4000 goes to the nearer")
-            << 32.0 << 0.0001220703125 << 12.0 << 1.41 << "2000";
-        QTest::newRow("faster than the profile allows")
-            << 4.0 << 0.0009765625 << 12.0 << 1.41 << "overexposed";
-        QTest::newRow("exactly the slowest is inside") << 4.0 << 0.0009765625 << 4.0 << 8.0 << "4s";
-        QTest::newRow("NaN aperture is overexposed")
-            << 4.0 << 0.0009765625 << 10.0 << kNaN << "overexposed";
+        const auto aperture = [](const QString& step, double minimum, double maximum, double ev,
+                                 double time) {
+            Profile profile;
+            profile.store.setString("default.fractionForAperture", step);
+            profile.store.setDouble("default.minimumAperture", minimum);
+            profile.store.setDouble("default.maximumAperture", maximum);
+            return describe(profile.calculator.calculateAperture(ev, time));
+        };
+        QCOMPARE(aperture("full", 1.0, 22.63, 10.0, 0.0078125), "2.8");
+        QCOMPARE(aperture("full", 1.41, 16.0, 15.0, 0.0078125), "16"); // the last entry is inside
+        QCOMPARE(aperture("full", 0.7071, 45.25, 20.0, 0.0001220703125), "11");
+        QCOMPARE(aperture("full", 0.7071, 45.25, 20.0, 1.0), "overexposed");
+        QCOMPARE(aperture("full", 1.41, 22.63, 0.0, 0.0078125), "underexposed");
+        QCOMPARE(aperture("full", 2.0, 22.63, 2.0, 1.0), "2"); // the first entry is inside
+        QCOMPARE(aperture("third", 1.0, 22.63, 10.3, 0.0078125), "3.2"); // the entry's own type
+        QCOMPARE(aperture("full", 1.41, 22.63, 10.0, kNaN), "overexposed");
     }
 
     void calculateSpeed()
     {
-        QFETCH(double, slowest);
-        QFETCH(double, fastest);
-        QFETCH(double, ev);
-        QFETCH(double, fNumber);
-        QFETCH(QString, expected);
-        Profile profile;
-        profile.limitSpeeds(slowest, fastest);
-        QCOMPARE(describe(profile.calculator.calculateSpeed(ev, fNumber)), expected);
+        const auto speed = [](double slowest, double fastest, double ev, double fNumber) {
+            Profile profile;
+            profile.store.setDouble("default.minimumSpeed", slowest);
+            profile.store.setDouble("default.maximumSpeed", fastest);
+            return describe(profile.calculator.calculateSpeed(ev, fNumber));
+        };
+        QCOMPARE(speed(32.0, 0.0001220703125, 0.0, 8.0), "underexposed"); // 64 s is beyond 30s
+        QCOMPARE(speed(32.0, 0.0001220703125, 12.0, 1.41), "2000"); // the nearer of 2000 and 4000
+        QCOMPARE(speed(4.0, 0.0009765625, 12.0, 1.41), "overexposed"); // faster than allowed
+        QCOMPARE(speed(4.0, 0.0009765625, 4.0, 8.0), "4s");            // the slowest is inside
+        QCOMPARE(speed(4.0, 0.0009765625, 10.0, kNaN), "overexposed");
     }
 
     void possibleScalesFollowTheProfile()
@@ -126,8 +71,7 @@ private slots:
         QCOMPARE(profile.calculator.possibleSpeeds().front().display, "4s");
         QCOMPARE(profile.calculator.possibleSpeeds().back().display, "1000");
         profile.settings.setFractionForSpeed(Fraction::third);
-        QCOMPARE(profile.calculator.possibleSpeeds().size(),
-                 std::size_t(37)); // 4s … 1000 in thirds
+        QCOMPARE(profile.calculator.possibleSpeeds().size(), std::size_t(37)); // in thirds
     }
 
     void manualDeviation_data()

@@ -17,21 +17,27 @@ template <typename C> QStringList displays(const std::vector<C>& entries)
     return out;
 }
 
+// Ascending (or descending) with no value twice; failures name the scale.
 template <typename C> void verifyMergedScale(Fraction fraction, std::size_t expectedSize)
 {
     const auto& entries = scale<C>(fraction);
-    QCOMPARE(entries.size(), expectedSize);
+    const QString where = rawValue(fraction) + u' ' +
+                          (entries.empty() ? QString() : entries.front().description()) + u' ';
+    QVERIFY2(entries.size() == expectedSize, qPrintable(where + QString::number(entries.size())));
     QSet<double> values;
     for (std::size_t i = 0; i < entries.size(); ++i) {
         values.insert(entries[i].value);
-        if (i == 0)
-            continue;
-        if constexpr (C::scaleDescending)
-            QVERIFY2(entries[i - 1].value > entries[i].value, qPrintable(entries[i].display));
-        else
-            QVERIFY2(entries[i - 1].value < entries[i].value, qPrintable(entries[i].display));
+        if (i > 0)
+            QVERIFY2(C::scaleDescending ? entries[i - 1].value > entries[i].value
+                                        : entries[i - 1].value < entries[i].value,
+                     qPrintable(where + entries[i].display));
     }
-    QCOMPARE(static_cast<std::size_t>(values.size()), expectedSize); // no value twice
+    QVERIFY2(std::size_t(values.size()) == expectedSize, qPrintable(where + "repeats a value"));
+}
+
+QString nearestAperture(double target)
+{
+    return nearestEntry<Aperture>(scale<Aperture>(Fraction::full), target).display;
 }
 
 } // namespace
@@ -40,37 +46,20 @@ class ScalesTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void mergedScaleSizesAndOrder_data()
-    {
-        QTest::addColumn<QString>("component");
-        QTest::addColumn<int>("fraction");
-        QTest::addColumn<int>("size");
-        const QList<std::tuple<const char*, int, int, int>> sizes = {{"aperture", 13, 25, 37},
-                                                                     {"speed", 19, 37, 55},
-                                                                     {"iso", 10, 19, 28},
-                                                                     {"compensation", 14, 27, 40}};
-        for (const auto& [name, full, half, third] : sizes) {
-            QTest::addRow("%s full", name) << name << int(Fraction::full) << full;
-            QTest::addRow("%s half", name) << name << int(Fraction::half) << half;
-            QTest::addRow("%s third", name) << name << int(Fraction::third) << third;
-        }
-    }
-
     void mergedScaleSizesAndOrder()
     {
-        QFETCH(QString, component);
-        QFETCH(int, fraction);
-        QFETCH(int, size);
-        const auto f = static_cast<Fraction>(fraction);
-        const auto n = static_cast<std::size_t>(size);
-        if (component == u"aperture")
-            verifyMergedScale<Aperture>(f, n);
-        else if (component == u"speed")
-            verifyMergedScale<ShutterSpeed>(f, n);
-        else if (component == u"iso")
-            verifyMergedScale<ISO>(f, n);
-        else
-            verifyMergedScale<Compensation>(f, n);
+        verifyMergedScale<Aperture>(Fraction::full, 13);
+        verifyMergedScale<Aperture>(Fraction::half, 25);
+        verifyMergedScale<Aperture>(Fraction::third, 37);
+        verifyMergedScale<ShutterSpeed>(Fraction::full, 19);
+        verifyMergedScale<ShutterSpeed>(Fraction::half, 37);
+        verifyMergedScale<ShutterSpeed>(Fraction::third, 55);
+        verifyMergedScale<ISO>(Fraction::full, 10);
+        verifyMergedScale<ISO>(Fraction::half, 19);
+        verifyMergedScale<ISO>(Fraction::third, 28);
+        verifyMergedScale<Compensation>(Fraction::full, 14);
+        verifyMergedScale<Compensation>(Fraction::half, 27);
+        verifyMergedScale<Compensation>(Fraction::third, 40);
     }
 
     void fullScaleIsTheTableAsStored()
@@ -82,27 +71,14 @@ private slots:
         QCOMPARE(&scale<Aperture>(Fraction::full), &ValueTables<Aperture>::full());
     }
 
-    void stepTexts_data()
-    {
-        QTest::addColumn<QString>("stored");
-        QTest::addColumn<bool>("missing");
-        QTest::addColumn<int>("fraction");
-        QTest::newRow("full") << "full" << false << int(Fraction::full);
-        QTest::newRow("half") << "half" << false << int(Fraction::half);
-        QTest::newRow("third") << "third" << false << int(Fraction::third);
-        QTest::newRow("unknown") << "quarter" << false << int(Fraction::full);
-        QTest::newRow("case matters") << "Half" << false << int(Fraction::full);
-        QTest::newRow("missing") << "" << true << int(Fraction::full);
-    }
-
     void stepTexts()
     {
-        QFETCH(QString, stored);
-        QFETCH(bool, missing);
-        QFETCH(int, fraction);
-        const auto read = fractionOrFull(missing ? std::nullopt : std::optional(stored));
-        QCOMPARE(int(read), fraction);
-        QCOMPARE(scale<Aperture>(read).size(), scale<Aperture>(Fraction(fraction)).size());
+        QCOMPARE(fractionOrFull(u"full"_qs), Fraction::full);
+        QCOMPARE(fractionOrFull(u"half"_qs), Fraction::half);
+        QCOMPARE(fractionOrFull(u"third"_qs), Fraction::third);
+        QCOMPARE(fractionOrFull(u"quarter"_qs), Fraction::full);
+        QCOMPARE(fractionOrFull(u"Half"_qs), Fraction::full); // case matters
+        QCOMPARE(fractionOrFull(std::nullopt), Fraction::full);
     }
 
     void thirdApertureScaleBegins()
@@ -135,11 +111,9 @@ private slots:
         QTest::addColumn<QString>("display");
         QTest::addColumn<QString>("signedDisplay");
         QTest::newRow("third") << 0.33 << u"\u2153"_qs << u"+\u2153"_qs;
-        QTest::newRow("zero") << 0.0 << "0"
-                              << "0";
+        QTest::newRow("zero") << 0.0 << u"0"_qs << u"0"_qs;
         QTest::newRow("minus one keeps U+2212") << -1.0 << u"\u22121"_qs << u"\u22121"_qs;
-        QTest::newRow("ten") << 10.0 << "10"
-                             << "+10";
+        QTest::newRow("ten") << 10.0 << u"10"_qs << u"+10"_qs;
     }
 
     void signedDisplay()
@@ -153,37 +127,25 @@ private slots:
         QVERIFY(found != entries.end());
         QCOMPARE(found->display, display);
         QCOMPARE(found->signedDisplay(), signedDisplay);
+        // Other components never show a sign.
+        QCOMPARE((Aperture{Fraction::full, 2.0, "2"}).signedDisplay(), "2");
+        QCOMPARE((ISO{Fraction::full, 100.0, "100"}).signedDisplay(), "100");
     }
 
-    void otherComponentsNeverShowASign()
+    void identitiesAndDescriptions()
     {
-        const Aperture a{Fraction::full, 2.0, "2"};
-        QCOMPARE(a.signedDisplay(), "2");
-        const ISO iso{Fraction::full, 100.0, "100"};
-        QCOMPARE(iso.signedDisplay(), "100");
-    }
-
-    void identities_data()
-    {
-        QTest::addColumn<QString>("id");
-        QTest::addColumn<QString>("expected");
-        const auto& speeds = ValueTables<ShutterSpeed>::thirdExtras();
-        QTest::newRow("full aperture 1.4")
-            << ValueTables<Aperture>::full()[2].id() << "Aperturefull1.41410";
-        QTest::newRow("third speed 1/1.26 rounds 793.65 up")
-            << speeds[10].id() << "ShutterSpeedthird1.3794";
-        QTest::newRow("negative compensation rounds away from zero")
-            << Compensation{Fraction::third, -0.0625, "x"}.id() << "Compensationthirdx-63";
-        QTest::newRow("iso") << ISO{Fraction::half, 17.68, "18"}.id() << "ISOhalf1817680";
-        QTest::newRow("fastest speed rounds to zero")
-            << ValueTables<ShutterSpeed>::full().back().id() << "ShutterSpeedfull80000";
-    }
-
-    void identities()
-    {
-        QFETCH(QString, id);
-        QFETCH(QString, expected);
-        QCOMPARE(id, expected);
+        QCOMPARE(ValueTables<Aperture>::full()[2].id(), "Aperturefull1.41410");
+        // 1/1.26 rounds 793.65 up.
+        QCOMPARE(ValueTables<ShutterSpeed>::thirdExtras()[10].id(), "ShutterSpeedthird1.3794");
+        // Negative values round away from zero.
+        QCOMPARE((Compensation{Fraction::third, -0.0625, "x"}).id(), "Compensationthirdx-63");
+        QCOMPARE((ISO{Fraction::half, 17.68, "18"}).id(), "ISOhalf1817680");
+        // The fastest speed rounds to zero.
+        QCOMPARE(ValueTables<ShutterSpeed>::full().back().id(), "ShutterSpeedfull80000");
+        QCOMPARE(ValueTables<Aperture>::full()[2].description(), "Aperture 1.41");
+        QCOMPARE(ValueTables<ISO>::full()[3].description(), "ISO 100.0");
+        QCOMPARE(ValueTables<ShutterSpeed>::full().back().description(),
+                 "ShutterSpeed 0.0001220703125");
     }
 
     void equalValueDifferentStepIsAnotherEntry()
@@ -210,36 +172,15 @@ private slots:
         QCOMPARE(limitCandidates<ISO>().size(), std::size_t(37));
     }
 
-    void description()
-    {
-        QCOMPARE(ValueTables<Aperture>::full()[2].description(), "Aperture 1.41");
-        QCOMPARE(ValueTables<ISO>::full()[3].description(), "ISO 100.0");
-        QCOMPARE(ValueTables<ShutterSpeed>::full().back().description(),
-                 "ShutterSpeed 0.0001220703125");
-    }
-
-    void nearestEntry_data()
-    {
-        QTest::addColumn<double>("target");
-        QTest::addColumn<QString>("display");
-        QTest::newRow("exact") << 4.0 << "4";
-        QTest::newRow("linear not logarithmic") << 2.9 << "2.8";
-        QTest::newRow("below the scale") << 0.1 << "0.7";
-        QTest::newRow("above the scale") << 1000.0 << "45";
-        QTest::newRow("1.2 goes to 1") << 1.2 << "1";
-        QTest::newRow("20 goes to 22") << 20.0 << "22";
-    }
-
     void nearestEntry()
     {
-        QFETCH(double, target);
-        QFETCH(QString, display);
-        QCOMPARE(kestrum::nearestEntry<Aperture>(scale<Aperture>(Fraction::full), target).display,
-                 display);
-    }
-
-    void tieTakesTheEarlierEntryInListOrder()
-    {
+        QCOMPARE(nearestAperture(4.0), "4");
+        QCOMPARE(nearestAperture(2.9), "2.8"); // linear, not logarithmic
+        QCOMPARE(nearestAperture(0.1), "0.7");
+        QCOMPARE(nearestAperture(1000.0), "45");
+        QCOMPARE(nearestAperture(1.2), "1");
+        QCOMPARE(nearestAperture(20.0), "22");
+        // A tie takes the earlier entry in list order.
         const std::vector<ISO> ascending = {{Fraction::full, 100.0, "100"},
                                             {Fraction::full, 200.0, "200"}};
         const std::vector<ISO> descending(ascending.rbegin(), ascending.rend());
@@ -247,45 +188,29 @@ private slots:
         QCOMPARE(kestrum::nearestEntry<ISO>(descending, 150.0).display, "200");
     }
 
-    void nearestSpeedTieTakesTheLongerTime()
-    {
-        // 0.75 s lies 0.25 from both "1s" and "2"; "1s" comes first.
-        QCOMPARE(
-            kestrum::nearestEntry<ShutterSpeed>(scale<ShutterSpeed>(Fraction::full), 0.75).display,
-            "1s");
-    }
-
-    void cutScale_data()
-    {
-        QTest::addColumn<double>("first");
-        QTest::addColumn<double>("second");
-        QTest::addColumn<QStringList>("displays");
-        QTest::newRow("bounds between entries snap outward by distance")
-            << 1.2 << 20.0
-            << QStringList{"1", "1.4", "2", "2.8", "4", "5.6", "8", "11", "16", "22"};
-        QTest::newRow("bounds outside the scale snap to its ends")
-            << 0.0 << 1e6 << displays(scale<Aperture>(Fraction::full));
-        QTest::newRow("one entry") << 4.1 << 3.9 << QStringList{"4"};
-        QTest::newRow("default limits")
-            << 1.41 << 22.63 << QStringList{"1.4", "2", "2.8", "4", "5.6", "8", "11", "16", "22"};
-    }
-
     void cutScale()
     {
-        QFETCH(double, first);
-        QFETCH(double, second);
-        QFETCH(QStringList, displays);
-        QCOMPARE(
-            ::displays(kestrum::cutScale<Aperture>(scale<Aperture>(Fraction::full), first, second)),
-            displays);
+        const auto cut = [](double first, double second) {
+            return displays(
+                kestrum::cutScale<Aperture>(scale<Aperture>(Fraction::full), first, second));
+        };
+        // Bounds between entries snap outward by distance.
+        QCOMPARE(cut(1.2, 20.0),
+                 (QStringList{"1", "1.4", "2", "2.8", "4", "5.6", "8", "11", "16", "22"}));
+        QCOMPARE(cut(0.0, 1e6), displays(scale<Aperture>(Fraction::full))); // snap to the ends
+        QCOMPARE(cut(4.1, 3.9), QStringList{"4"});
+        QCOMPARE(cut(1.41, 22.63),
+                 (QStringList{"1.4", "2", "2.8", "4", "5.6", "8", "11", "16", "22"}));
     }
 
-    void cutSpeedScaleRunsFromSlowestToFastest()
+    void speedScaleRunsFromSlowestToFastest()
     {
-        const auto cut =
-            kestrum::cutScale<ShutterSpeed>(scale<ShutterSpeed>(Fraction::full), 4.0, 0.0009765625);
-        QCOMPARE(displays(cut), (QStringList{"4s", "2s", "1s", "2", "4", "8", "15", "30", "60",
-                                             "125", "250", "500", "1000"}));
+        const auto& speeds = scale<ShutterSpeed>(Fraction::full);
+        QCOMPARE(displays(kestrum::cutScale<ShutterSpeed>(speeds, 4.0, 0.0009765625)),
+                 (QStringList{"4s", "2s", "1s", "2", "4", "8", "15", "30", "60", "125", "250",
+                              "500", "1000"}));
+        // 0.75 s lies 0.25 from both "1s" and "2"; "1s" comes first.
+        QCOMPARE(kestrum::nearestEntry<ShutterSpeed>(speeds, 0.75).display, "1s");
     }
 };
 

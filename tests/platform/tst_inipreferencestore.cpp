@@ -25,7 +25,12 @@ class IniPreferenceStoreTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void init() { QVERIFY(m_dir.isValid()); }
+    void init()
+    {
+        m_dir.emplace();
+        QVERIFY(m_dir->isValid());
+        m_path = m_dir->filePath("prefs.ini");
+    }
 
     void valuesSurviveAReopen_data()
     {
@@ -39,15 +44,14 @@ private slots:
     void valuesSurviveAReopen()
     {
         QFETCH(double, value);
-        const QString path = m_dir.filePath("reopen.ini");
         {
-            IniPreferenceStore store(path);
+            IniPreferenceStore store(m_path);
             store.setDouble("p.speed", value);
             store.setString("p.mode", "tv");
             store.setInteger("appStarts", 41);
             store.setBoolean("didPromptForReview", true);
         }
-        const IniPreferenceStore reopened(path);
+        const IniPreferenceStore reopened(m_path);
         QCOMPARE(reopened.doubleValue("p.speed"), value); // exactly, not nearly
         QCOMPARE(reopened.string("p.mode"), std::optional<QString>("tv"));
         QCOMPARE(reopened.integer("appStarts"), 41);
@@ -56,20 +60,19 @@ private slots:
 
     void registeredValuesAreNeverWritten()
     {
-        const QString path = m_dir.filePath("registered.ini");
         {
-            IniPreferenceStore store(path);
+            IniPreferenceStore store(m_path);
             store.registerDefaults({{"default.iso", 100.0}, {"default.mode", "av"}});
             QCOMPARE(store.doubleValue("default.iso"), 100.0);
             QCOMPARE(store.string("default.mode"), std::optional<QString>("av"));
             QVERIFY(store.sync());
         }
-        QVERIFY(!QFile::exists(path));
+        QVERIFY(!QFile::exists(m_path));
     }
 
     void absentValues()
     {
-        const IniPreferenceStore store(m_dir.filePath("absent.ini"));
+        const IniPreferenceStore store(m_dir->filePath("absent.ini"));
         QCOMPARE(store.string("nothing"), std::nullopt);
         QCOMPARE(store.doubleValue("nothing"), 0.0);
         QCOMPARE(store.integer("nothing"), 0);
@@ -77,74 +80,77 @@ private slots:
         QCOMPARE(store.array("nothing"), std::nullopt);
     }
 
-    void unparsableValuesReadAsAbsent_data()
+    void unreadableValuesReadAsDefaults_data()
     {
-        QTest::addColumn<QByteArray>("line");
-        QTest::newRow("words") << QByteArray("default.iso=lots");
-        QTest::newRow("trailing garbage") << QByteArray("default.iso=100abc");
-        QTest::newRow("empty") << QByteArray("default.iso=");
-        QTest::newRow("not finite") << QByteArray("default.iso=nan");
-        QTest::newRow("a list") << QByteArray("default.iso=1, 2");
-    }
-
-    void unparsableValuesReadAsAbsent()
-    {
-        QFETCH(QByteArray, line);
-        const QString path = m_dir.filePath("unparsable.ini");
-        writeFile(path, "[General]\n" + line + "\n");
-        IniPreferenceStore store(path);
-        store.registerDefaults({{"default.iso", 100.0}});
-        QCOMPARE(store.doubleValue("default.iso"), 100.0);
-    }
-
-    void damagedFileIsReadNotRewrittenThenKeptAside()
-    {
-        const QString path = m_dir.filePath("damaged.ini");
-        // A write cut short inside a section header.
-        const QByteArray damaged("[General]\ndefault.mode=tv\n[prof");
-        writeFile(path, damaged);
-        {
-            IniPreferenceStore store(path);
-            store.registerDefaults({{"default.iso", 100.0}});
-            QCOMPARE(store.string("default.mode"), std::optional<QString>("tv"));
-            QCOMPARE(store.doubleValue("default.iso"), 100.0);
-            store.sync();
-            QCOMPARE(readFile(path), damaged); // reading never rewrites
-
-            store.setDouble("default.iso", 200.0);
-        }
-        QCOMPARE(readFile(path + ".corrupt"), damaged);
-        QCOMPARE(IniPreferenceStore(path).doubleValue("default.iso"), 200.0);
-    }
-
-    void binaryGarbageReadsAsDefaults()
-    {
-        const QString path = m_dir.filePath("garbage.ini");
+        QTest::addColumn<QByteArray>("contents");
+        QTest::newRow("words") << QByteArray("[General]\ndefault.iso=lots\n");
+        QTest::newRow("trailing garbage") << QByteArray("[General]\ndefault.iso=100abc\n");
+        QTest::newRow("empty") << QByteArray("[General]\ndefault.iso=\n");
+        QTest::newRow("not finite") << QByteArray("[General]\ndefault.iso=nan\n");
+        QTest::newRow("a list") << QByteArray("[General]\ndefault.iso=1, 2\n");
         QByteArray garbage;
         for (int i = 0; i < 4096; ++i)
             garbage.append(char((i * 7919) % 256));
-        writeFile(path, garbage);
-        IniPreferenceStore store(path);
+        QTest::newRow("binary garbage") << garbage;
+    }
+
+    void unreadableValuesReadAsDefaults()
+    {
+        QFETCH(QByteArray, contents);
+        writeFile(m_path, contents);
+        IniPreferenceStore store(m_path);
         store.registerDefaults({{"default.mode", "av"}, {"default.iso", 100.0}});
         QCOMPARE(store.string("default.mode"), std::optional<QString>("av"));
         QCOMPARE(store.doubleValue("default.iso"), 100.0);
         QCOMPARE(store.array("profiles"), std::nullopt);
     }
 
-    void arrayOfMapsKeepsItsOrder()
+    void damagedFileIsReadNotRewrittenThenKeptAside_data()
     {
-        const QString path = m_dir.filePath("array.ini");
+        QTest::addColumn<QByteArray>("damaged");
+        QTest::newRow("cut off in a header") << QByteArray("[General]\ndefault.mode=tv\n[prof");
+        QTest::newRow("binary bytes")
+            << QByteArray("[General]\ndefault.mode=tv\n\x00\xff\xfe[[[\n\x80=\x01\n", 32);
+    }
+
+    void damagedFileIsReadNotRewrittenThenKeptAside()
+    {
+        QFETCH(QByteArray, damaged);
+        writeFile(m_path, damaged);
+        {
+            IniPreferenceStore store(m_path);
+            store.registerDefaults({{"default.iso", 100.0}});
+            QCOMPARE(store.string("default.mode"), std::optional<QString>("tv"));
+            QCOMPARE(store.doubleValue("default.iso"), 100.0);
+            store.sync();
+            QCOMPARE(readFile(m_path), damaged); // reading never rewrites
+
+            store.setDouble("default.iso", 200.0);
+            QVERIFY(store.sync()); // the damage read earlier is no failure to write
+        }
+        QCOMPARE(readFile(m_path + ".corrupt"), damaged);
+        const IniPreferenceStore reopened(m_path);
+        QCOMPARE(reopened.doubleValue("default.iso"), 200.0);
+        QCOMPARE(reopened.string("default.mode"), std::optional<QString>("tv"));
+    }
+
+    void arrayOfMapsKeepsItsOrderAndReplacesALongerOne()
+    {
         const QList<PreferenceStore::StringMap> maps = {
             {{"default", "Default"}},
             {{"0B6E1F5A-0000-4000-8000-00000000000A", "Hasselblad, 80 mm"}},
             {{"2", "Ünïcode = ok"}}};
+        std::optional<QVariantList> written;
         {
-            IniPreferenceStore store(path);
+            IniPreferenceStore store(m_path);
+            store.setArrayOfMaps("profiles",
+                                 maps + QList<PreferenceStore::StringMap>{{{"d", "D"}}});
             store.setArrayOfMaps("profiles", maps);
+            written = store.array("profiles");
         }
-        const IniPreferenceStore reopened(path);
-        const auto array = reopened.array("profiles");
+        const auto array = IniPreferenceStore(m_path).array("profiles");
         QVERIFY(array.has_value());
+        QCOMPARE(array, written);
         QCOMPARE(array->size(), 3);
         for (qsizetype i = 0; i < maps.size(); ++i) {
             const QVariantMap element = array->at(i).toMap();
@@ -154,20 +160,10 @@ private slots:
         }
     }
 
-    void shorterArrayReplacesALongerOne()
-    {
-        IniPreferenceStore store(m_dir.filePath("replace.ini"));
-        store.setArrayOfMaps("profiles", {{{"a", "A"}}, {{"b", "B"}}, {{"c", "C"}}});
-        store.setArrayOfMaps("profiles", {{{"b", "B"}}});
-        QCOMPARE(store.array("profiles")->size(), 1);
-        QCOMPARE(store.array("profiles")->at(0).toMap().firstKey(), "b");
-    }
-
     void malformedArrayElementsArePassedOn()
     {
-        const QString path = m_dir.filePath("malformed.ini");
-        writeFile(path, "[profiles]\n1\\default=Default\n2=plain\nsize=3\n");
-        const IniPreferenceStore store(path);
+        writeFile(m_path, "[profiles]\n1\\default=Default\n2=plain\nsize=3\n");
+        const IniPreferenceStore store(m_path);
         const auto array = store.array("profiles");
         QVERIFY(array.has_value());
         QCOMPARE(array->size(), 3);
@@ -178,22 +174,21 @@ private slots:
 
     void plainValueIsNoArray()
     {
-        const QString path = m_dir.filePath("plain.ini");
-        writeFile(path, "[General]\nprofiles=default\n");
-        QCOMPARE(IniPreferenceStore(path).array("profiles"), std::nullopt);
+        writeFile(m_path, "[General]\nprofiles=default\n");
+        QCOMPARE(IniPreferenceStore(m_path).array("profiles"), std::nullopt);
     }
 
     void unwritableFileFailsToSync()
     {
-        const QString path = m_dir.filePath("missing-folder/blocked.ini");
-        writeFile(m_dir.filePath("missing-folder"), "a file where a folder should be");
-        IniPreferenceStore store(path);
+        writeFile(m_dir->filePath("missing-folder"), "a file where a folder should be");
+        IniPreferenceStore store(m_dir->filePath("missing-folder/blocked.ini"));
         store.setString("default.mode", "m");
         QVERIFY(!store.sync());
     }
 
 private:
-    QTemporaryDir m_dir;
+    std::optional<QTemporaryDir> m_dir; // a fresh one for each test
+    QString m_path;
 };
 
 QTEST_GUILESS_MAIN(IniPreferenceStoreTest)

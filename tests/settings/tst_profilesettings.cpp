@@ -6,6 +6,15 @@
 
 using namespace kestrum;
 
+namespace {
+QStringList sortedKeys(const MemoryPreferenceStore& store)
+{
+    QStringList keys = store.storedKeys();
+    keys.sort();
+    return keys;
+}
+} // namespace
+
 class ProfileSettingsTest : public QObject {
     Q_OBJECT
 
@@ -28,43 +37,30 @@ private slots:
         QVERIFY(store.storedKeys().isEmpty()); // registering writes nothing
     }
 
-    void storedStepText_data()
+    void storedText_data()
     {
+        QTest::addColumn<QString>("key");
         QTest::addColumn<QVariant>("stored");
-        QTest::addColumn<int>("fraction");
-        QTest::newRow("half") << QVariant("half") << int(Fraction::half);
-        QTest::newRow("third") << QVariant("third") << int(Fraction::third);
-        QTest::newRow("other text") << QVariant("thirds") << int(Fraction::full);
-        QTest::newRow("not a text") << QVariant(3.0) << int(Fraction::full);
+        QTest::addColumn<int>("read");
+        const QString step = "fractionForISO";
+        QTest::newRow("half") << step << QVariant("half") << int(Fraction::half);
+        QTest::newRow("third") << step << QVariant("third") << int(Fraction::third);
+        QTest::newRow("other step text") << step << QVariant("thirds") << int(Fraction::full);
+        QTest::newRow("step not a text") << step << QVariant(3.0) << int(Fraction::full);
+        QTest::newRow("tv") << "mode" << QVariant("tv") << int(Mode::tv);
+        QTest::newRow("m") << "mode" << QVariant("m") << int(Mode::m);
+        QTest::newRow("unknown mode") << "mode" << QVariant("p") << int(Mode::av);
     }
 
-    void storedStepText()
+    void storedText() // read at each call, after the profile was made
     {
+        QFETCH(QString, key);
         QFETCH(QVariant, stored);
-        QFETCH(int, fraction);
-        MemoryPreferenceStore store;
-        const ProfileSettings profile(QStringLiteral("default"), store);
-        store.storeRaw("default.fractionForISO", stored);
-        QCOMPARE(int(profile.fractionForISO()), fraction);
-    }
-
-    void storedModeText_data()
-    {
-        QTest::addColumn<QString>("stored");
-        QTest::addColumn<int>("mode");
-        QTest::newRow("tv") << "tv" << int(Mode::tv);
-        QTest::newRow("m") << "m" << int(Mode::m);
-        QTest::newRow("unknown") << "p" << int(Mode::av);
-    }
-
-    void storedModeText()
-    {
-        QFETCH(QString, stored);
-        QFETCH(int, mode);
+        QFETCH(int, read);
         MemoryPreferenceStore store;
         const ProfileSettings profile(QStringLiteral("x"), store);
-        store.setString("x.mode", stored);
-        QCOMPARE(int(profile.mode()), mode);
+        store.storeRaw("x." + key, stored);
+        QCOMPARE(key == u"mode" ? int(profile.mode()) : int(profile.fractionForISO()), read);
     }
 
     void limitReadsTheNearestTableEntry_data()
@@ -90,42 +86,20 @@ private slots:
         QCOMPARE(int(profile.minimumISO().type), fraction);
     }
 
-    void raisingALimitMovesTheValueInside_data()
-    {
-        QTest::addColumn<QString>("setting");
-        QTest::addColumn<double>("limit");
-        QTest::addColumn<double>("current");
-        QTest::addColumn<double>("moved");
-        QTest::newRow("minimum ISO 200 moves ISO 100 to 200")
-            << "minimumISO" << 200.0 << 100.0 << 200.0;
-        QTest::newRow("maximum speed 1/500 moves 1/1000 to 1/500")
-            << "maximumSpeed" << 0.001953125 << 0.0009765625 << 0.001953125;
-        QTest::newRow("maximum aperture 8 moves 16 to 8")
-            << "maximumAperture" << 8.0 << 16.0 << 8.0;
-    }
-
     void raisingALimitMovesTheValueInside()
     {
-        QFETCH(QString, setting);
-        QFETCH(double, limit);
-        QFETCH(double, current);
-        QFETCH(double, moved);
         MemoryPreferenceStore store;
         ProfileSettings profile(QStringLiteral("default"), store);
-        if (setting == u"minimumISO") {
-            profile.setISO({Fraction::full, current, ""});
-            profile.setMinimumISO({Fraction::full, limit, "ignored"});
-            QCOMPARE(store.doubleValue("default.minimumISO"), limit);
-            QCOMPARE(profile.iso().value, moved);
-        } else if (setting == u"maximumSpeed") {
-            profile.setSpeed({Fraction::full, current, ""});
-            profile.setMaximumSpeed({Fraction::full, limit, ""});
-            QCOMPARE(profile.speed().value, moved);
-        } else {
-            profile.setAperture({Fraction::full, current, ""});
-            profile.setMaximumAperture({Fraction::full, limit, ""});
-            QCOMPARE(profile.aperture().value, moved);
-        }
+        profile.setISO({Fraction::full, 100.0, ""});
+        profile.setMinimumISO({Fraction::full, 200.0, "ignored"});
+        QCOMPARE(store.doubleValue("default.minimumISO"), 200.0);
+        QCOMPARE(profile.iso().value, 200.0);
+        profile.setSpeed({Fraction::full, 0.0009765625, ""}); // 1/1000 moves to 1/500
+        profile.setMaximumSpeed({Fraction::full, 0.001953125, ""});
+        QCOMPARE(profile.speed().value, 0.001953125);
+        profile.setAperture({Fraction::full, 16.0, ""});
+        profile.setMaximumAperture({Fraction::full, 8.0, ""});
+        QCOMPARE(profile.aperture().value, 8.0);
     }
 
     void modeAndCurrentValuesMoveNothingElse()
@@ -138,17 +112,7 @@ private slots:
         QCOMPARE(store.storedKeys().size(), 2);
     }
 
-    void stepChangeAnnouncesBeforeEveryWrite()
-    {
-        MemoryPreferenceStore store;
-        ProfileSettings profile(QStringLiteral("default"), store);
-        QSignalSpy announcements(&profile, &ProfileSettings::objectWillChange);
-        profile.setFractionForISO(Fraction::half);
-        // The setter's own, then six limit writes each followed by three value writes.
-        QCOMPARE(announcements.size(), 1 + 24);
-    }
-
-    void announcementComesBeforeTheWrite()
+    void everyWriteIsAnnouncedBeforehand()
     {
         MemoryPreferenceStore store;
         ProfileSettings profile(QStringLiteral("default"), store);
@@ -157,11 +121,15 @@ private slots:
                 [&] { seen.append(profile.mode()); });
         profile.setMode(Mode::tv);
         QCOMPARE(seen, QList<Mode>{Mode::av});
+        const QSignalSpy announcements(&profile, &ProfileSettings::objectWillChange);
+        profile.setFractionForISO(Fraction::half);
+        // The setter's own, then six limit writes each followed by three value writes.
+        QCOMPARE(announcements.size(), 1 + 24);
     }
 
     void coarserStepMovesLimitsAndValues()
     {
-        // The worked example: third-stop 1.2 becomes 1.4 rather than 1 on the full scale.
+        // Third-stop 1.2 becomes 1.4 rather than 1 on the full scale.
         MemoryPreferenceStore store;
         ProfileSettings profile(QStringLiteral("default"), store);
         profile.setFractionForAperture(Fraction::third);
@@ -172,41 +140,25 @@ private slots:
         QCOMPARE(profile.aperture().value, 1.41);
     }
 
-    void profilesKeepSeparateKeys()
+    void keysFollowTheProfileID()
     {
         MemoryPreferenceStore store;
         ProfileSettings a(QStringLiteral("a"), store);
         ProfileSettings b(QStringLiteral("b"), store);
+        const ProfileSettings alsoB(QStringLiteral("b"), store);
+        ProfileSettings bare(std::nullopt, store);
+        QCOMPARE(bare.prefix(), QString());
         a.setMode(Mode::tv);
         b.setISO({Fraction::full, 400.0, ""});
+        bare.setMode(Mode::m);
+        bare.setISO({Fraction::full, 200.0, ""});
         QCOMPARE(a.mode(), Mode::tv);
         QCOMPARE(b.mode(), Mode::av);
         QCOMPARE(a.iso().value, 100.0);
         QCOMPARE(b.iso().value, 400.0);
-        QCOMPARE(store.storedKeys().size(), 2);
-        QVERIFY(store.storedKeys().contains("a.mode"));
-        QVERIFY(store.storedKeys().contains("b.iso"));
-    }
-
-    void twoInstancesOfOneProfileShareTheirValues()
-    {
-        MemoryPreferenceStore store;
-        ProfileSettings first(QStringLiteral("p"), store);
-        const ProfileSettings second(QStringLiteral("p"), store);
-        first.setFractionForSpeed(Fraction::third);
-        QCOMPARE(second.fractionForSpeed(), Fraction::third);
-    }
-
-    void withoutAnIdTheKeysAreBare()
-    {
-        MemoryPreferenceStore store;
-        ProfileSettings profile(std::nullopt, store);
-        QCOMPARE(profile.prefix(), QString());
-        profile.setMode(Mode::m);
-        profile.setISO({Fraction::full, 200.0, ""});
-        QCOMPARE(store.storedKeys().size(), 2);
-        QVERIFY(store.storedKeys().contains("mode"));
-        QVERIFY(store.storedKeys().contains("iso"));
+        QCOMPARE(sortedKeys(store), (QStringList{"a.mode", "b.iso", "iso", "mode"}));
+        b.setFractionForSpeed(Fraction::third);
+        QCOMPARE(alsoB.fractionForSpeed(), Fraction::third); // instances of one id share values
     }
 };
 

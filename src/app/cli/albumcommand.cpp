@@ -3,10 +3,9 @@
 #include "json.h"
 
 #include "album/photoalbum.h"
+#include "platform/awaitfuture.h"
 #include "platform/exiv2imagemetadata.h"
 #include "platform/folderphotolibrary.h"
-
-#include <QEventLoop>
 
 namespace kestrum::cli {
 
@@ -45,9 +44,7 @@ int runAlbum(const QStringList& words)
 
     // An authorized album starts loading as it is made; wait for that load.
     PhotoAlbum album(library, metadata);
-    QEventLoop loop;
-    QObject::connect(&album, &PhotoAlbum::loggedExposuresChanged, &loop, &QEventLoop::quit);
-    loop.exec();
+    awaitFuture(album.loading());
 
     QStringList exposures;
     for (const LoggedExposure& exposure : album.loggedExposures())

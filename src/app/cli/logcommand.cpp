@@ -5,13 +5,12 @@
 #include "album/loggedphotometadata.h"
 #include "album/photoalbum.h"
 #include "exposure/shortestdecimaltext.h"
+#include "platform/awaitfuture.h"
 #include "platform/exiv2imagemetadata.h"
 #include "platform/folderphotolibrary.h"
 
 #include <QBuffer>
 #include <QDir>
-#include <QEventLoop>
-#include <QFutureWatcher>
 #include <QImageReader>
 #include <QImageWriter>
 #include <QSaveFile>
@@ -71,17 +70,6 @@ QString writeTemporaryFile(const QByteArray& bytes)
     return path;
 }
 
-template <typename T> T await(QFuture<T> future)
-{
-    QFutureWatcher<T> watcher;
-    QEventLoop loop;
-    QObject::connect(&watcher, &QFutureWatcher<T>::finished, &loop, &QEventLoop::quit);
-    watcher.setFuture(future);
-    if (!future.isFinished())
-        loop.exec();
-    return future.result(); // rethrows the failure
-}
-
 } // namespace
 
 int runLog(const QStringList& words)
@@ -115,7 +103,7 @@ int runLog(const QStringList& words)
     FolderPhotoLibrary library(FolderPhotoLibrary::defaultRootPath(), metadata);
     PhotoAlbum album(library, metadata);
     try {
-        const QString localIdentifier = await(album.save(QUrl::fromLocalFile(temporaryPath)));
+        const QString localIdentifier = awaitFuture(album.save(QUrl::fromLocalFile(temporaryPath)));
         printLine(jsonObject({{QStringLiteral("localIdentifier"), jsonString(localIdentifier)}}));
     } catch (const PhotoAlbumException& error) {
         throw Failure(error.what());

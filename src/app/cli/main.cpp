@@ -25,15 +25,19 @@ const char* const kUsageText =
     "       kestrum-cli settings dump [--profile ID]\n"
     "       kestrum-cli profiles [add | rename ID NAME | delete INDEX | move FROM TO | use ID]\n"
     "                            (the first profile is never deleted or moved)\n"
+    "       kestrum-cli meter [--lv LV] [--mode av|tv|m] [--seconds S] [--profile ID]\n"
     "       kestrum-cli log IMAGE --iso TEXT --aperture TEXT --speed TEXT --compensation C\n"
     "                       [--latitude LAT --longitude LON [--altitude ALT]]\n"
     "       kestrum-cli album\n"
     "       kestrum-cli read FILE\n";
 
 // An invariant breach (limits stored in reverse order, say) is reported as a
-// failure of the command rather than as a crash.
+// failure of the command rather than as a crash. Debug and info messages are the
+// libraries' chatter, not the command's: they are left out.
 void reportFatalAsFailure(QtMsgType type, const QMessageLogContext&, const QString& message)
 {
+    if (type == QtDebugMsg || type == QtInfoMsg)
+        return;
     std::fprintf(stderr, "kestrum-cli: %s\n", qPrintable(message));
     if (type == QtFatalMsg) {
         std::fflush(stderr);
