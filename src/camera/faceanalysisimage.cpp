@@ -62,9 +62,37 @@ cv::Mat fullSizeGrey(const QImage& frame, QImage& keepAlive)
                    static_cast<size_t>(keepAlive.bytesPerLine()));
 }
 
+// `grey` turned the way its orientation asks a viewer to turn it.
+QImage upright(const QImage& grey, CameraFrame::Orientation orientation)
+{
+    int rotation = 0;
+    switch (orientation) {
+    case CameraFrame::Orientation::up:
+        return grey;
+    case CameraFrame::Orientation::right:
+        rotation = cv::ROTATE_90_CLOCKWISE;
+        break;
+    case CameraFrame::Orientation::down:
+        rotation = cv::ROTATE_180;
+        break;
+    case CameraFrame::Orientation::left:
+        rotation = cv::ROTATE_90_COUNTERCLOCKWISE;
+        break;
+    }
+    const bool quarter = orientation != CameraFrame::Orientation::down;
+    QImage turned(quarter ? grey.height() : grey.width(), quarter ? grey.width() : grey.height(),
+                  QImage::Format_Grayscale8);
+    const cv::Mat from(grey.height(), grey.width(), CV_8UC1, const_cast<uchar*>(grey.constBits()),
+                       static_cast<size_t>(grey.bytesPerLine()));
+    cv::Mat to(turned.height(), turned.width(), CV_8UC1, turned.bits(),
+               static_cast<size_t>(turned.bytesPerLine()));
+    cv::rotate(from, to, rotation);
+    return turned;
+}
+
 } // namespace
 
-QImage faceAnalysisImage(const QImage& frame)
+QImage faceAnalysisImage(const QImage& frame, CameraFrame::Orientation orientation)
 {
     if (frame.isNull()) {
         return {};
@@ -86,7 +114,7 @@ QImage faceAnalysisImage(const QImage& frame)
         // Area averaging keeps the small detail that a face cascade looks for.
         cv::resize(grey, target, target.size(), 0, 0, cv::INTER_AREA);
     }
-    return result;
+    return upright(result, orientation);
 }
 
 } // namespace kestrum

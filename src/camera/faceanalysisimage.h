@@ -1,5 +1,7 @@
 #pragma once
 
+#include "cameraframe.h"
+
 #include <QImage>
 
 namespace kestrum {
@@ -11,8 +13,10 @@ inline constexpr int kFaceAnalysisLongSidePx = 320;
 
 /// A camera frame made ready for face analysis: grey (`QImage::Format_Grayscale8`),
 /// scaled down so that its longer side is at most `kFaceAnalysisLongSidePx`, same aspect
-/// ratio, and owning its pixels (the frame may be reused once this returns). A null frame
-/// gives a null image. Cheap enough for the thread that delivers frames.
-QImage faceAnalysisImage(const QImage& frame);
+/// ratio, turned upright by `orientation` (face models know upright faces only), and
+/// owning its pixels (the frame may be reused once this returns). A null frame gives a
+/// null image. Cheap enough for the thread that delivers frames.
+QImage faceAnalysisImage(const QImage& frame,
+                         CameraFrame::Orientation orientation = CameraFrame::Orientation::up);
 
 } // namespace kestrum

@@ -125,7 +125,7 @@ void FaceDetector::process(const CameraFrame& frame)
         return;
     }
 
-    const QImage analysed = faceAnalysisImage(frame.image);
+    const QImage analysed = faceAnalysisImage(frame.image, frame.orientation);
     if (analysed.size() != m_analysisSize) {
         // Boxes of another frame size mean nothing here: start afresh.
         prepare();

@@ -30,6 +30,9 @@ namespace kestrum {
 /// never emptied, and each detection makes that whole list the tracked one again; the
 /// old requests, already marked last-frame, drop out on the following frame.
 ///
+/// Frames are analysed turned upright by their orientation, and the observed boxes are in
+/// that upright frame.
+///
 /// Threads: everything here is called on the main thread, and `process` returns at once.
 /// It makes a small grey copy of the frame and hands the image work to a worker; the
 /// results come back to the main thread, which alone changes the tracking state and

@@ -34,10 +34,12 @@ QStringList identifiers(const PhotoAlbum& album)
     return result;
 }
 
-// Lets every started load finish and publish.
-void settle()
+// Lets every started read finish, and `album`'s latest load publish.
+void settle(const PhotoAlbum* album = nullptr)
 {
     QThreadPool::globalInstance()->waitForDone();
+    if (album)
+        QTRY_VERIFY(album->loading().isFinished());
     QCoreApplication::processEvents();
 }
 
@@ -167,7 +169,7 @@ private slots:
         QTRY_VERIFY(notStored.isFinished());
         QCOMPARE(albumError<PhotoLibraryException>(notStored), // passed on unchanged
                  std::optional(PhotoLibrary::Error::writeFailed));
-        settle();
+        settle(&album);
         QVERIFY(album.loggedExposures().isEmpty());
     }
 
@@ -177,7 +179,7 @@ private slots:
         PhotoAlbum album(library, m_metadata);
         const auto saved = album.save(loggedFile());
         QTRY_VERIFY(saved.isFinished());
-        settle();
+        settle(&album);
         const auto own = *library.fetchAlbum("Kestrum");
         const auto other = library.addAlbum("Holiday");
         library.addPhoto(own, loggedJpeg(m_metadata, exposureMetadata("800", "2", "30", 0)),
@@ -187,7 +189,7 @@ private slots:
         PhotoLibraryChange elsewhere;
         elsewhere.addAlbum(other.localIdentifier, {other});
         library.announce(elsewhere);
-        settle();
+        settle(&album);
         QCOMPARE(changed.count(), 0);
 
         PhotoLibraryChange here;
@@ -201,7 +203,7 @@ private slots:
         PhotoLibraryChange deleted;
         deleted.addAlbum(own.localIdentifier, {std::nullopt});
         library.announce(deleted);
-        settle();
+        settle(&album);
         QCOMPARE(album.loggedExposures().size(), 2);
         const auto again = album.save(loggedFile());
         QTRY_VERIFY(again.isFinished());

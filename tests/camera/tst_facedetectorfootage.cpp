@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTransform>
 
 #include <opencv2/core.hpp>
 #include <opencv2/videoio.hpp>
@@ -64,7 +65,12 @@ struct Run {
                          [this](const FaceObservation& o) { observations.append(o); });
     }
 
-    void feed(const QImage& image) { detector.process(frameAt(image, frameCount++)); }
+    void feed(const QImage& image, CameraFrame::Orientation orientation = {})
+    {
+        CameraFrame frame = frameAt(image, frameCount++);
+        frame.orientation = orientation;
+        detector.process(frame);
+    }
     void feed(const QList<QImage>& clip, int from, int to)
     {
         for (int i = from; i < to; ++i)
@@ -88,17 +94,36 @@ private slots:
         QVERIFY(m_photo.load(kFootage + "/messi5.jpg"));
     }
 
+    void photoHasAFace_data()
+    {
+        QTest::addColumn<int>("sensorTurnDegrees");
+        QTest::addColumn<CameraFrame::Orientation>("orientation");
+        QTest::newRow("upright") << 0 << CameraFrame::Orientation::up;
+        QTest::newRow("sensor a quarter turn off") << -90 << CameraFrame::Orientation::right;
+        QTest::newRow("sensor upside down") << 180 << CameraFrame::Orientation::down;
+    }
+
+    // Faces are found as they stand in the upright photo, whichever way the sensor lies.
     void photoHasAFace()
     {
+        QFETCH(int, sensorTurnDegrees);
+        QFETCH(CameraFrame::Orientation, orientation);
+        const QImage sensor = m_photo.transformed(QTransform().rotate(sensorTurnDegrees));
+        Run upright;
+        upright.feed(m_photo);
+        upright.feed(m_photo);
         Run run;
-        run.feed(m_photo);
+        run.feed(sensor, orientation);
         QVERIFY(!run.detector.trackingRequests().isEmpty());
-        run.feed(m_photo);
+        run.feed(sensor, orientation);
         QVERIFY(!run.observations.isEmpty());
+        QCOMPARE(run.observations.size(), upright.observations.size());
         const QRectF unit(0, 0, 1, 1);
-        for (const FaceObservation& o : run.observations) {
+        for (qsizetype i = 0; i < run.observations.size(); ++i) {
+            const FaceObservation& o = run.observations[i];
             QVERIFY(unit.contains(o.boundingBox));
             QVERIFY(o.confidence > 0.9f);
+            QVERIFY(overlap(o.boundingBox, upright.observations[i].boundingBox) > 0.7);
         }
     }
 
