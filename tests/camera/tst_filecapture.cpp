@@ -41,6 +41,27 @@ int greyOf(const CameraFrame& frame)
     return qGreen(frame.image.pixel(frame.image.width() / 2, frame.image.height() / 2));
 }
 
+// A file camera set up and playing, with every frame it delivers.
+struct Playing {
+    Playing(const QString& path, PreferenceStore& preferences)
+        : device(path, preferences)
+        , frames(&device, &CaptureDevice::frameArrived)
+    {}
+    /// Sets up, starts and waits for the first frame.
+    bool start()
+    {
+        if (!device.findCamera())
+            return false;
+        device.createInput();
+        device.startRunning();
+        return frames.wait();
+    }
+    CameraFrame lastFrame() const { return frames.last().at(0).value<CameraFrame>(); }
+
+    FileCaptureDevice device;
+    QSignalSpy frames;
+};
+
 } // namespace
 
 // Recorded footage as a camera: the choice by environment, the sidecar, stills, video.
@@ -138,27 +159,21 @@ private slots:
         QImage framed = filled(20); // a bright middle half in a dark border
         QPainter(&framed).fillRect(8, 6, 16, 12, QColor(200, 200, 200));
         QVERIFY(framed.save(at("framed.png")));
-        FileCaptureDevice device(at("framed.png"), *m_prefs);
-        QVERIFY(device.findCamera());
-        device.createInput();
-        QSignalSpy frames(&device, &CaptureDevice::frameArrived);
-        device.startRunning();
-        QVERIFY(frames.wait());
-        const float wide = *device.exposureTargetOffsetEV();
+        Playing camera(at("framed.png"), *m_prefs);
+        QVERIFY(camera.start());
+        const float wide = *camera.device.exposureTargetOffsetEV();
 
-        device.setZoomFactor(2.0f);
-        frames.clear();
-        QTRY_VERIFY(!frames.isEmpty() &&
-                    frames.last().at(0).value<CameraFrame>().image.size() == QSize(16, 12));
+        camera.device.setZoomFactor(2.0f);
+        QTRY_COMPARE(camera.lastFrame().image.size(), QSize(16, 12));
         const double middle = exposuretarget::offsetEV(exposuretarget::linearFromSrgb(200));
-        QTRY_VERIFY(std::fabs(*device.exposureTargetOffsetEV() - middle) < 1e-4);
+        QTRY_VERIFY(std::fabs(*camera.device.exposureTargetOffsetEV() - middle) < 1e-4);
         QVERIFY(middle > wide);
 
-        // A ramp passes through the factors between and settles on the one asked for.
-        device.rampToZoomFactor(1.0f, 8.0f);
-        QCOMPARE(device.zoomFactor(), 2.0f);
-        QTRY_COMPARE(device.zoomFactor(), 1.0f);
-        QTRY_COMPARE(frames.last().at(0).value<CameraFrame>().image.size(), QSize(32, 24));
+        // A ramp moves there over time and settles on the factor asked for.
+        camera.device.rampToZoomFactor(1.0f, 8.0f);
+        QCOMPARE(camera.device.zoomFactor(), 2.0f);
+        QTRY_COMPARE(camera.device.zoomFactor(), 1.0f);
+        QTRY_COMPARE(camera.lastFrame().image.size(), QSize(32, 24));
     }
 
     void framesCarryTheSensorRotation_data()
@@ -183,13 +198,9 @@ private slots:
         if (degrees)
             m_prefs->setDouble(CaptureCalibration::rotationKey("file"), *degrees);
         QVERIFY(filled(118).save(at("grey.png")));
-        FileCaptureDevice device(at("grey.png"), *m_prefs);
-        QVERIFY(device.findCamera());
-        device.createInput();
-        QSignalSpy frames(&device, &CaptureDevice::frameArrived);
-        device.startRunning();
-        QVERIFY(frames.wait());
-        QCOMPARE(frames.first().at(0).value<CameraFrame>().orientation, orientation);
+        Playing camera(at("grey.png"), *m_prefs);
+        QVERIFY(camera.start());
+        QCOMPARE(camera.lastFrame().orientation, orientation);
     }
 
     void unusableFootage_data()
