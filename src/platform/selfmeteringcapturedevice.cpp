@@ -8,15 +8,13 @@
 
 namespace kestrum {
 
-SelfMeteringCaptureDevice::SelfMeteringCaptureDevice(PreferenceStore& preferences,
-                                                     QObject* parent)
+SelfMeteringCaptureDevice::SelfMeteringCaptureDevice(PreferenceStore& preferences, QObject* parent)
     : CaptureDevice(parent)
     , m_preferences(preferences)
     , m_frames(new CaptureFrameQueue(this))
     , m_zoomRamp(new QVariantAnimation(this))
 {
-    connect(m_frames, &CaptureFrameQueue::frameReady, this,
-            &SelfMeteringCaptureDevice::takeFrame);
+    connect(m_frames, &CaptureFrameQueue::frameReady, this, &SelfMeteringCaptureDevice::takeFrame);
     connect(m_zoomRamp, &QVariantAnimation::valueChanged, this,
             [this](const QVariant& factor) { m_frames->setZoomFactor(factor.toFloat()); });
 }

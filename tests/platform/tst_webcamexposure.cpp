@@ -75,10 +75,10 @@ private slots:
             << autoExpose << uvc << OptI(V4L2_EXPOSURE_APERTURE_PRIORITY);
         QTest::newRow("locked") << locked << uvc << OptI(V4L2_EXPOSURE_MANUAL);
         QTest::newRow("custom") << custom << full << OptI(V4L2_EXPOSURE_MANUAL);
-        QTest::newRow("full auto only") << continuousAutoExposure << full
-                                        << OptI(V4L2_EXPOSURE_AUTO);
-        QTest::newRow("menu unknown") << continuousAutoExposure << QList<qint32>()
-                                      << OptI(V4L2_EXPOSURE_APERTURE_PRIORITY);
+        QTest::newRow("full auto only")
+            << continuousAutoExposure << full << OptI(V4L2_EXPOSURE_AUTO);
+        QTest::newRow("menu unknown")
+            << continuousAutoExposure << QList<qint32>() << OptI(V4L2_EXPOSURE_APERTURE_PRIORITY);
         QTest::newRow("no manual entry") << locked << QList<qint32>{V4L2_EXPOSURE_AUTO} << OptI();
     }
 
