@@ -52,11 +52,8 @@ protected:
     SelfMeteringCaptureDevice(PreferenceStore& preferences, QObject* parent);
 
     CaptureFrameQueue& frames() const { return *m_frames; }
-    PreferenceStore& preferences() const { return m_preferences; }
     /// Reads the corrections of the camera `id` from now on.
     void useCalibration(const QString& id);
-    /// Nothing before `useCalibration`.
-    const std::optional<CaptureCalibration>& calibration() const { return m_calibration; }
     /// The calibrated f-number, or f/2.0 before `useCalibration`.
     float calibratedAperture() const;
 
