@@ -12,10 +12,10 @@
 
 #include "album/loggedphotometadata.h"
 #include "album/photoalbum.h"
+#include "app/cli/awaitfuture.h"
 #include "exposure/scale.h"
-#include "platform/awaitfuture.h"
-#include "platform/exiv2imagemetadata.h"
-#include "platform/folderphotolibrary.h"
+#include "platform/photos/exiv2imagemetadata.h"
+#include "platform/photos/folderphotolibrary.h"
 
 #include <QBuffer>
 #include <QCoreApplication>

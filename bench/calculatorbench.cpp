@@ -6,7 +6,7 @@
 // --benchmark_report_aggregates_only=true and read the median line.
 
 #include "exposure/calculator.h"
-#include "platform/inipreferencestore.h"
+#include "platform/store/inipreferencestore.h"
 #include "settings/profilesettings.h"
 
 #include <QTemporaryDir>

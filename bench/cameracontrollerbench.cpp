@@ -17,11 +17,12 @@
 
 #include "album/photoalbum.h"
 #include "camera/cameracontroller.h"
-#include "platform/capturedevice.h"
-#include "platform/capturedevicechoice.h"
-#include "platform/exiv2imagemetadata.h"
-#include "platform/fakephotolibrary.h"
-#include "platform/memorypreferencestore.h"
+#include "camera/selfmeteringcamera.h"
+#include "platform/camera/capturedevice.h"
+#include "platform/camera/capturedevicechoice.h"
+#include "platform/photos/exiv2imagemetadata.h"
+#include "support/fakephotolibrary.h"
+#include "support/memorypreferencestore.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -110,7 +111,8 @@ RunResult run(const Footage& footage, int seconds)
     FakePhotoLibrary library;
     Exiv2ImageMetadata metadata;
     PhotoAlbum album(library, metadata);
-    auto device = CaptureDeviceChoice::parse("file:" + footage.path).make(preferences);
+    auto device = std::make_unique<SelfMeteringCamera>(
+        CaptureDeviceChoice::parse("file:" + footage.path).make(), preferences);
     CaptureDevice* camera = device.get();
     CameraController controller(
         std::move(device), [&album] { return &album; }, metadata, [](const CameraFrame&) {});

@@ -9,9 +9,8 @@
 //
 // Run: build/bench/bench_facedetector
 
-#include "camera/faceanalyseropencv.h"
-#include "camera/faceanalysisimage.h"
 #include "camera/facedetector.h"
+#include "platform/camera/faceanalyseropencv.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -80,7 +79,8 @@ void measure(QSize size)
     std::vector<double> detectionMs;
     int framesWithFaces = 0;
     for (size_t i = 0; i < clip.size(); i += kDetectionStride) {
-        const QImage analysed = faceAnalysisImage(clip[i]);
+        const QImage analysed = analyser->analysisImage(clip[i], CameraFrame::Orientation::up,
+                                                        FaceDetector::kAnalysisLongSidePx);
         QElapsedTimer timer;
         timer.start();
         const QList<QRect> faces = analyser->detectFaces(analysed);

@@ -1,6 +1,6 @@
 #include "encodedimage.h"
 
-#include "platform/jpegsegments.h"
+#include "platform/photos/jpegsegments.h"
 
 #include <QBuffer>
 #include <QImageReader>

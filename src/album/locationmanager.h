@@ -1,9 +1,9 @@
 #pragma once
 
-#include "location.h"
-#include "placemark.h"
-#include "platform/positionsource.h"
-#include "platform/reversegeocoder.h"
+#include "platform/location/location.h"
+#include "platform/location/placemark.h"
+#include "platform/location/positionsource.h"
+#include "platform/location/reversegeocoder.h"
 
 #include <QFuture>
 #include <QObject>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "coordinate.h"
 #include "encodedimage.h"
-#include "platform/imageproperties.h"
+#include "platform/location/coordinate.h"
+#include "platform/photos/imageproperties.h"
 
 #include <QDateTime>
 #include <QString>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "location.h"
+#include "platform/location/location.h"
 
 #include "exposure/exposurecomponent.h"
-#include "platform/imageproperties.h"
+#include "platform/photos/imageproperties.h"
 
 #include <optional>
 

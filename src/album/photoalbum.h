@@ -2,8 +2,8 @@
 
 #include "loggedexposure.h"
 
-#include "platform/imagemetadata.h"
-#include "platform/photolibrary.h"
+#include "platform/photos/imagemetadata.h"
+#include "platform/photos/photolibrary.h"
 
 #include <QFuture>
 #include <QHash>

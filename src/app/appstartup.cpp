@@ -8,20 +8,21 @@
 #include "camera/anycameracontroller.h"
 #include "camera/cameracontroller.h"
 #include "camera/cameracontrollererror.h"
-#include "camera/faceanalyseropencv.h"
 #include "camera/facedetector.h"
 #include "camera/mockcameracontroller.h"
+#include "camera/selfmeteringcamera.h"
 #include "exposure/calculationcontroller.h"
-#include "platform/capturedevice.h"
-#include "platform/capturedevicechoice.h"
-#include "platform/exiv2imagemetadata.h"
-#include "platform/folderphotolibrary.h"
-#include "platform/inipreferencestore.h"
-#include "platform/nominatimgeocoder.h"
-#include "platform/positionsourcechoice.h"
-#include "platform/qtpositionsource.h"
-#include "platform/systemclock.h"
-#include "platform/xdgmailcomposer.h"
+#include "platform/camera/capturedevice.h"
+#include "platform/camera/capturedevicechoice.h"
+#include "platform/camera/faceanalyseropencv.h"
+#include "platform/desktop/xdgmailcomposer.h"
+#include "platform/location/nominatimgeocoder.h"
+#include "platform/location/positionsourcechoice.h"
+#include "platform/location/qtpositionsource.h"
+#include "platform/photos/exiv2imagemetadata.h"
+#include "platform/photos/folderphotolibrary.h"
+#include "platform/store/inipreferencestore.h"
+#include "platform/time/systemclock.h"
 #include "settings/settings.h"
 
 namespace kestrum {
@@ -101,7 +102,8 @@ void fillDependencies(DependencyContainer& container, const StartupOptions& opti
             frames = [detector](const CameraFrame& frame) { detector->process(frame); };
         // The album is made after the camera; the camera looks it up when it logs.
         auto camera = std::make_shared<CameraController>(
-            CaptureDeviceChoice::fromEnvironment().make(*services.preferenceStore),
+            std::make_unique<SelfMeteringCamera>(CaptureDeviceChoice::fromEnvironment().make(),
+                                                 *services.preferenceStore),
             [&container] { return &container.photoAlbum(); }, *services.imageMetadata,
             std::move(frames));
         services.cameraController = std::make_unique<AnyCameraController>(camera);

@@ -5,11 +5,11 @@
 #include "camera/anycameracontroller.h"
 #include "camera/facedetector.h"
 #include "exposure/calculationcontroller.h"
-#include "platform/clock.h"
-#include "platform/imagemetadata.h"
-#include "platform/mailcomposer.h"
-#include "platform/photolibrary.h"
-#include "platform/preferencestore.h"
+#include "platform/desktop/mailcomposer.h"
+#include "platform/photos/imagemetadata.h"
+#include "platform/photos/photolibrary.h"
+#include "platform/store/preferencestore.h"
+#include "platform/time/clock.h"
 #include "settings/settings.h"
 
 #include <QtGlobal>

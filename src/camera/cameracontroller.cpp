@@ -4,16 +4,15 @@
 #include "lightvaluesubject.h"
 
 #include "album/photoalbum.h"
-#include "platform/capturedevice.h"
-#include "platform/imagemetadata.h"
+#include "exposure/lightvalue.h"
+#include "platform/camera/capturedevice.h"
+#include "platform/photos/imagemetadata.h"
+#include "platform/photos/loggedphotofile.h"
 
-#include <QBuffer>
 #include <QDir>
 #include <QGuiApplication>
-#include <QImageWriter>
 #include <QLoggingCategory>
 #include <QPointer>
-#include <QSaveFile>
 #include <QUrl>
 
 #include <algorithm>
@@ -33,7 +32,6 @@ constexpr float kUltraWideZoomStep = 0.2f;
 // Zoom presets ramp at this many powers of two per second.
 constexpr float kZoomRampRate = 6.0f;
 constexpr auto kOneTimesTitle = u"1";
-constexpr int kJpegQuality = 100;
 
 bool isVirtual(CaptureDevice::Kind kind)
 {
@@ -55,20 +53,17 @@ QList<ZoomOption> makeZoomOptions(const QList<float>& factors, bool halve)
     return options;
 }
 
-// LV = log2(N² / t) + offset − log2(S / 100) from the camera's single-precision read-outs;
-// nothing while it delivers no ISO above 0 or no exposure time.
-std::optional<double> lightValue(const CaptureDevice& camera)
+// The light value of the camera's own exposure and exposure target offset; nothing while
+// it delivers no ISO above 0 or no exposure time.
+std::optional<double> cameraLightValue(const CaptureDevice& camera)
 {
     const std::optional<float> iso = camera.iso();
     const std::optional<float> duration = camera.exposureDurationS();
     const std::optional<float> aperture = camera.lensAperture();
     if (!iso || !(*iso > 0) || !duration || !aperture)
         return std::nullopt;
-    const double s = *iso;
-    const double t = *duration;
-    const double n = *aperture;
-    const double offset = camera.exposureTargetOffsetEV().value_or(0.0f);
-    return std::log2(n * n / t) + offset - std::log2(s / 100.0);
+    return kestrum::lightValue(*aperture, *duration, *iso,
+                               camera.exposureTargetOffsetEV().value_or(0.0f));
 }
 
 // `properties` with the frame's orientation marked, so that viewers turn the sensor's
@@ -81,38 +76,16 @@ ImageProperties withOrientation(ImageProperties properties, CameraFrame::Orienta
     return properties;
 }
 
-// Writes `image` as a JPEG carrying `properties` to the temporary capture file; nothing
-// when any step fails.
+// Writes the logged photo's file; nothing, with the reason logged, when that fails.
 std::optional<QString> writeCaptureFile(const QImage& image, const ImageProperties& properties,
                                         const ImageMetadata& metadata)
 {
-    if (image.isNull()) {
-        qCWarning(lcCamera) << "Capture failed: the frame has no image";
+    try {
+        return writeLoggedPhotoFile(image, properties, metadata, QDir::tempPath());
+    } catch (const LoggedPhotoFileException& error) {
+        qCWarning(lcCamera) << "Capture failed:" << error.what();
         return std::nullopt;
     }
-    QByteArray jpeg;
-    QBuffer buffer(&jpeg);
-    buffer.open(QIODevice::WriteOnly);
-    QImageWriter writer(&buffer, "jpeg");
-    writer.setQuality(kJpegQuality);
-    if (!writer.write(image)) {
-        qCWarning(lcCamera) << "Capture failed: no JPEG:" << writer.errorString();
-        return std::nullopt;
-    }
-    const std::optional<QByteArray> withProperties = metadata.merged(jpeg, properties);
-    if (!withProperties) {
-        qCWarning(lcCamera) << "Capture failed: the metadata could not be written";
-        return std::nullopt;
-    }
-    const QString path =
-        QDir(QDir::tempPath()).filePath(QLatin1String(CameraController::kCaptureFileName));
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(*withProperties) != withProperties->size() ||
-        !file.commit()) {
-        qCWarning(lcCamera) << "Capture failed:" << path << file.errorString();
-        return std::nullopt;
-    }
-    return path;
 }
 
 template <typename T> QFuture<T> failure(std::exception_ptr error)
@@ -368,7 +341,7 @@ void CameraController::subjectAreaDidChange()
 
 void CameraController::measure()
 {
-    const std::optional<double> value = m_camera ? lightValue(*m_camera) : std::nullopt;
+    const std::optional<double> value = m_camera ? cameraLightValue(*m_camera) : std::nullopt;
     m_lvPublisher->send(value.value_or(0.0));
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cameracontrollerprotocol.h"
-#include "cameraframe.h"
+#include "platform/camera/cameraframe.h"
 
 #include <QList>
 #include <QObject>
@@ -55,7 +55,6 @@ public:
     using PhotoAlbumSource = std::function<PhotoAlbum*()>;
 
     static constexpr auto kSessionQueueName = "capture session queue";
-    static constexpr auto kCaptureFileName = "Kestrum.jpeg";
     static constexpr auto kLockFailureText = "Could not lock device for configuration: ";
 
     /// `metadata` must outlive the controller; `frameConsumer` may be empty.

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "authorizationstatus.h"
-#include "exposuremode.h"
 #include "lightvaluestream.h"
 #include "metadataprovider.h"
+#include "platform/camera/authorizationstatus.h"
+#include "platform/camera/exposuremode.h"
 #include "zoomoption.h"
 
 #include <QFuture>

@@ -1,6 +1,5 @@
 #include "facedetector.h"
 
-#include "faceanalysisimage.h"
 #include "facetrackingpass.h"
 
 #include <QFuture>
@@ -125,7 +124,8 @@ void FaceDetector::process(const CameraFrame& frame)
         return;
     }
 
-    const QImage analysed = faceAnalysisImage(frame.image, frame.orientation);
+    const QImage analysed =
+        m_analyser->analysisImage(frame.image, frame.orientation, kAnalysisLongSidePx);
     if (analysed.size() != m_analysisSize) {
         // Boxes of another frame size mean nothing here: start afresh.
         prepare();
@@ -188,7 +188,7 @@ void FaceDetector::track(const QImage& frame)
         results.reserve(tracked.size());
         attempt(kTrackingFailure, [&] {
             for (const FaceTrackingRequest& request : tracked) {
-                results.append(analyser->track(frame, request));
+                results.append(analyser->track(frame, request.target()));
             }
         });
         // Requests the failure left without a result abandon the frame, as a lost track does.

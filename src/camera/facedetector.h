@@ -1,9 +1,9 @@
 #pragma once
 
-#include "cameraframe.h"
-#include "faceanalyser.h"
 #include "faceobservation.h"
 #include "facetrackingrequest.h"
+#include "platform/camera/cameraframe.h"
+#include "platform/camera/faceanalyser.h"
 
 #include <QList>
 #include <QObject>
@@ -57,6 +57,11 @@ public:
         /// Frames that passed the gate while the worker was still busy.
         int framesSkippedWhileBusy = 0;
     };
+
+    /// The longer side of a frame as the face analysis sees it. Detection cost grows with
+    /// the pixel count, so frames are scaled down to this before any face work; faces
+    /// smaller than about a sixteenth of the frame's longer side are then out of reach.
+    static constexpr int kAnalysisLongSidePx = 320;
 
     /// A detector working on its own worker thread.
     explicit FaceDetector(std::shared_ptr<FaceAnalyser> analyser, QObject* parent = nullptr);

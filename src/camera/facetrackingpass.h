@@ -1,7 +1,7 @@
 #pragma once
 
 #include "facetrackingrequest.h"
-#include "facetrackingresult.h"
+#include "platform/camera/facetrackingresult.h"
 
 #include <QImage>
 #include <QList>

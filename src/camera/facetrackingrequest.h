@@ -1,6 +1,6 @@
 #pragma once
 
-#include "facetrackingresult.h"
+#include "platform/camera/faceanalyser.h"
 
 #include <QImage>
 #include <QRect>
@@ -37,6 +37,8 @@ public:
     /// The confidence of the last result taken as input.
     float confidence() const { return m_confidence; }
     bool isLastFrame() const { return m_lastFrame; }
+    /// What the tracker looks for in the next frame.
+    FaceTrackingTarget target() const { return {m_id, m_box, m_patch, m_detectedPatch}; }
 
     /// Takes this frame's result. A request already marked last-frame is dropped.
     /// Otherwise a result above `kMinimumConfidence` becomes its new input (box, patch cut

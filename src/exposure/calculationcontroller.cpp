@@ -2,7 +2,7 @@
 
 #include "camera/anycameracontroller.h"
 #include "exposure/scale.h"
-#include "platform/clock.h"
+#include "platform/time/clock.h"
 #include "settings/profilesettings.h"
 
 #include <QLocale>

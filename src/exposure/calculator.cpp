@@ -1,5 +1,7 @@
 #include "calculator.h"
 
+#include "exposure/lightvalue.h"
+
 #include "exposure/scale.h"
 #include "exposure/shortestdecimaltext.h"
 #include "settings/profilesettings.h"
@@ -11,7 +13,6 @@
 namespace kestrum {
 
 namespace {
-constexpr double kISOReference = 100.0;
 constexpr double kLowestManualDeviation = -2.0; // still shown
 constexpr double kHighestManualDeviation = 2.0; // already overexposed
 } // namespace
@@ -73,12 +74,12 @@ ExposureResult<ShutterSpeed> Calculator::calculateSpeed(double exposureValue, do
 
 double Calculator::exposureValue(double lightValue, double iso, double compensation)
 {
-    return std::log2(iso / kISOReference) + lightValue - compensation;
+    return std::log2(iso / kLightValueReferenceISO) + lightValue - compensation;
 }
 
 double Calculator::settingsLightValue(double fNumber, double timeS, double iso, double compensation)
 {
-    return std::log2(fNumber * fNumber / timeS) - std::log2(iso / kISOReference) + compensation;
+    return lightValue(fNumber, timeS, iso, compensation);
 }
 
 ExposureResult<Compensation> Calculator::manualDeviation(double lightValue,

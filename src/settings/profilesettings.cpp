@@ -1,7 +1,7 @@
 #include "profilesettings.h"
 
 #include "exposure/scale.h"
-#include "platform/preferencestore.h"
+#include "platform/store/preferencestore.h"
 
 namespace kestrum {
 

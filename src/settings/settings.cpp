@@ -1,7 +1,7 @@
 #include "settings.h"
 
-#include "platform/mailcomposer.h"
-#include "platform/preferencestore.h"
+#include "platform/desktop/mailcomposer.h"
+#include "platform/store/preferencestore.h"
 #include "profilesettings.h"
 #include "settingslogging.h"
 

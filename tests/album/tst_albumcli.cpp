@@ -1,4 +1,4 @@
-#include "testphotos.h"
+#include "support/testphotos.h"
 
 #include <QDir>
 #include <QJsonArray>

@@ -1,6 +1,6 @@
 #include "album/locationmanager.h"
-#include "platform/fakepositionsource.h"
-#include "platform/fakereversegeocoder.h"
+#include "support/fakepositionsource.h"
+#include "support/fakereversegeocoder.h"
 
 #include <QTest>
 

@@ -1,4 +1,4 @@
-#include "album/placemark.h"
+#include "platform/location/placemark.h"
 
 #include <QTest>
 

@@ -1,7 +1,7 @@
-#include "testphotos.h"
+#include "support/testphotos.h"
 
 #include "album/photoalbum.h"
-#include "platform/fakephotolibrary.h"
+#include "support/fakephotolibrary.h"
 
 #include <QSignalSpy>
 #include <QTemporaryDir>

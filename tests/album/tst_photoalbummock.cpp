@@ -1,6 +1,6 @@
 #include "album/photoalbummock.h"
-#include "platform/exiv2imagemetadata.h"
-#include "platform/fakephotolibrary.h"
+#include "platform/photos/exiv2imagemetadata.h"
+#include "support/fakephotolibrary.h"
 
 #include <QTest>
 

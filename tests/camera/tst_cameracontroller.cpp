@@ -3,9 +3,9 @@
 #include "camera/cameracontrollererror.h"
 
 #include "album/photoalbum.h"
-#include "platform/exiv2imagemetadata.h"
-#include "platform/fakecapturedevice.h"
-#include "platform/fakephotolibrary.h"
+#include "platform/photos/exiv2imagemetadata.h"
+#include "support/fakecapturedevice.h"
+#include "support/fakephotolibrary.h"
 
 #include <QGuiApplication>
 #include <QJsonArray>
@@ -158,18 +158,13 @@ private slots:
         QTest::addColumn<Readouts>("readouts");
         QTest::addColumn<bool>("setUp");
         QTest::addColumn<double>("lightValue");
-        const auto exact = [](float s, float t, float n, float o) {
-            return std::log2(double(n) * double(n) / double(t)) + double(o) -
-                   std::log2(double(s) / 100);
-        };
-        QTest::newRow("sunny sixteen")
-            << Readouts{100.f, 1 / 125.f, 16.f, 0.f} << true << exact(100, 1 / 125.f, 16, 0);
-        QTest::newRow("indoors, offset") << Readouts{800.f, 1 / 30.f, 1.8f, -0.66f} << true
-                                         << exact(800, 1 / 30.f, 1.8f, -0.66f);
+        QTest::newRow("sunny sixteen") << Readouts{100.f, 1 / 125.f, 16.f, 0.f} << true << 14.9658;
+        QTest::newRow("indoors, offset")
+            << Readouts{800.f, 1 / 30.f, 1.8f, -0.66f} << true << 2.9429;
         QTest::newRow("no exposure time yet")
             << Readouts{400.f, std::nullopt, 2.f, 0.f} << true << 0.0;
         QTest::newRow("no offset counts as on target")
-            << Readouts{200.f, 0.5f, 4.f, std::nullopt} << true << exact(200, 0.5f, 4, 0);
+            << Readouts{200.f, 0.5f, 4.f, std::nullopt} << true << 4.0;
         QTest::newRow("no camera before set-up") << Readouts{100.f, 1.f, 1.f, 7.f} << false << 0.0;
     }
 
@@ -183,7 +178,8 @@ private slots:
             rig.start();
         rig.device->setReadouts(readouts);
         rig.controller->measure();
-        QCOMPARE(rig.listen().last(), lightValue);
+        const double heard = rig.listen().last();
+        QVERIFY2(std::fabs(heard - lightValue) < 1e-4, qPrintable(QString::number(heard)));
     }
 
     void zoomOptionsFollowTheLenses_data()

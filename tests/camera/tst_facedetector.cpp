@@ -30,17 +30,29 @@ public:
         failIf(Failure::detection);
         return faces;
     }
+    // Grey, scaled down and turned upright with Qt's own means.
+    QImage analysisImage(const QImage& frame, CameraFrame::Orientation orientation,
+                         int longSidePx) const override
+    {
+        if (frame.isNull())
+            return {};
+        constexpr int kDegrees[] = {0, 90, 180, 270};
+        QImage grey = frame.convertToFormat(QImage::Format_Grayscale8);
+        if (std::max(grey.width(), grey.height()) > longSidePx)
+            grey = grey.scaled(longSidePx, longSidePx, Qt::KeepAspectRatio);
+        return grey.transformed(QTransform().rotate(kDegrees[int(orientation)]));
+    }
     std::optional<FaceTrackingResult> track(const QImage&,
-                                            const FaceTrackingRequest& request) override
+                                            const FaceTrackingTarget& request) override
     {
         failIf(Failure::tracking);
-        if (withoutResult.contains(request.id()))
+        if (withoutResult.contains(request.id))
             return std::nullopt;
-        auto& script = confidences[request.id()];
+        auto& script = confidences[request.id];
         const float confidence = script.empty() ? 0.9f : script.front();
         if (script.size() > 1)
             script.pop_front();
-        return FaceTrackingResult{request.box().translated(2, 0), confidence};
+        return FaceTrackingResult{request.box.translated(2, 0), confidence};
     }
     QRect refine(const QImage&, const QRect& trackedBox) override
     {

@@ -1,7 +1,7 @@
 // The OpenCV face detector on real footage: a film clip with a moving face, and a photograph.
-#include "camera/faceanalyseropencv.h"
-#include "camera/faceanalysisimage.h"
 #include "camera/facedetector.h"
+#include "platform/camera/faceanalyseropencv.h"
+#include "platform/camera/faceanalysisimage.h"
 
 #include <QPainter>
 #include <QSignalSpy>
@@ -145,7 +145,8 @@ private slots:
         for (int i = kCloseUpFirst; i < m_clip.size(); ++i) {
             const qsizetype before = closeUp.observations.size();
             closeUp.feed(m_clip[i]);
-            const QImage analysed = faceAnalysisImage(m_clip[i]);
+            const QImage analysed = faceAnalysisImage(m_clip[i], CameraFrame::Orientation::up,
+                                                      FaceDetector::kAnalysisLongSidePx);
             const QList<QRect> faces = reference.detectFaces(analysed);
             if (closeUp.observations.size() == before + 1 && faces.size() == 1) {
                 ++checked;
@@ -166,7 +167,8 @@ private slots:
         const QImage still = m_clip[240];
         constexpr QSize kWindow(560, 420);
         constexpr QPoint kPanPerFramePx(5, 3);
-        constexpr double kAnalysisScale = double(kFaceAnalysisLongSidePx) / kWindow.width();
+        constexpr double kAnalysisScale =
+            double(FaceDetector::kAnalysisLongSidePx) / kWindow.width();
         // Whole pixels, so the rounding of a sub-pixel pan, but no drift.
         constexpr double kToleratedErrorPx = 1.0;
         Run run;
@@ -219,7 +221,8 @@ private slots:
     {
         FaceAnalyserOpenCv analyser;
         const auto faceCrop = [&](const QImage& frame) {
-            const QImage analysed = faceAnalysisImage(frame);
+            const QImage analysed = faceAnalysisImage(frame, CameraFrame::Orientation::up,
+                                                      FaceDetector::kAnalysisLongSidePx);
             const QList<QRect> faces = analyser.detectFaces(analysed);
             const QRect face =
                 *std::max_element(faces.begin(), faces.end(), [](const QRect& a, const QRect& b) {

@@ -1,9 +1,9 @@
 #include "camera/anycameracontroller.h"
-#include "camera/scriptedcameracontroller.h"
 #include "exposure/calculationcontroller.h"
-#include "platform/manualclock.h"
-#include "platform/memorypreferencestore.h"
 #include "settings/profilesettings.h"
+#include "support/manualclock.h"
+#include "support/memorypreferencestore.h"
+#include "support/scriptedcameracontroller.h"
 
 #include <QSignalSpy>
 #include <QTest>

@@ -1,6 +1,6 @@
 #include "exposure/calculator.h"
-#include "platform/memorypreferencestore.h"
 #include "settings/profilesettings.h"
+#include "support/memorypreferencestore.h"
 
 #include <QTest>
 

@@ -1,5 +1,5 @@
-#include "platform/memorypreferencestore.h"
 #include "settings/profilesettings.h"
+#include "support/memorypreferencestore.h"
 
 #include <QSignalSpy>
 #include <QTest>

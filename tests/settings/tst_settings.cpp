@@ -1,8 +1,8 @@
-#include "platform/fakemailcomposer.h"
-#include "platform/inipreferencestore.h"
-#include "platform/memorypreferencestore.h"
+#include "platform/store/inipreferencestore.h"
 #include "settings/settings.h"
 #include "settings/translationcatalogue.h"
+#include "support/fakemailcomposer.h"
+#include "support/memorypreferencestore.h"
 
 #include <QJsonObject>
 #include <QPointer>

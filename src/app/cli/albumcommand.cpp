@@ -3,9 +3,9 @@
 #include "json.h"
 
 #include "album/photoalbum.h"
-#include "platform/awaitfuture.h"
-#include "platform/exiv2imagemetadata.h"
-#include "platform/folderphotolibrary.h"
+#include "awaitfuture.h"
+#include "platform/photos/exiv2imagemetadata.h"
+#include "platform/photos/folderphotolibrary.h"
 
 namespace kestrum::cli {
 

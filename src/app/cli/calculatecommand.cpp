@@ -3,7 +3,7 @@
 #include "json.h"
 
 #include "exposure/calculator.h"
-#include "platform/inipreferencestore.h"
+#include "platform/store/inipreferencestore.h"
 #include "settings/profilesettings.h"
 
 namespace kestrum::cli {

@@ -4,23 +4,18 @@
 
 #include "album/loggedphotometadata.h"
 #include "album/photoalbum.h"
+#include "awaitfuture.h"
 #include "exposure/shortestdecimaltext.h"
-#include "platform/awaitfuture.h"
-#include "platform/exiv2imagemetadata.h"
-#include "platform/folderphotolibrary.h"
+#include "platform/photos/exiv2imagemetadata.h"
+#include "platform/photos/folderphotolibrary.h"
+#include "platform/photos/loggedphotofile.h"
 
-#include <QBuffer>
 #include <QDir>
 #include <QImageReader>
-#include <QImageWriter>
-#include <QSaveFile>
 
 namespace kestrum::cli {
 
 namespace {
-
-constexpr auto kTemporaryFileName = "Kestrum.jpeg";
-constexpr int kJpegQuality = 100;
 
 QString requiredText(const CommandLine& line, const char* name)
 {
@@ -42,32 +37,14 @@ std::optional<Location> location(const CommandLine& line)
     return Location{*latitude, *longitude, altitude.value_or(0.0)};
 }
 
-// The frame as the camera would hand it over: a JPEG of the highest quality.
-QByteArray jpeg(const QString& imagePath)
+QImage image(const QString& imagePath)
 {
     QImageReader reader(imagePath);
     const QImage image = reader.read();
     if (image.isNull())
         throw Failure("cannot read " + imagePath.toStdString() + ": " +
                       reader.errorString().toStdString());
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    QImageWriter writer(&buffer, "jpeg");
-    writer.setQuality(kJpegQuality);
-    if (!writer.write(image))
-        throw Failure("cannot encode the image: " + writer.errorString().toStdString());
-    return bytes;
-}
-
-QString writeTemporaryFile(const QByteArray& bytes)
-{
-    const QString path = QDir::temp().filePath(QLatin1String(kTemporaryFileName));
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
-        throw Failure("cannot write " + path.toStdString() + ": " +
-                      file.errorString().toStdString());
-    return path;
+    return image;
 }
 
 } // namespace
@@ -95,10 +72,13 @@ int runLog(const QStringList& words)
         location(line));
 
     const Exiv2ImageMetadata metadata;
-    const auto photo = metadata.merged(jpeg(imagePath), properties);
-    if (!photo)
-        throw Failure("cannot write the metadata into the photo");
-    const QString temporaryPath = writeTemporaryFile(*photo);
+    QString temporaryPath;
+    try {
+        temporaryPath =
+            writeLoggedPhotoFile(image(imagePath), properties, metadata, QDir::tempPath());
+    } catch (const LoggedPhotoFileException& error) {
+        throw Failure(error.what());
+    }
 
     FolderPhotoLibrary library(FolderPhotoLibrary::defaultRootPath(), metadata);
     PhotoAlbum album(library, metadata);

@@ -1,12 +1,12 @@
 #include "commandline.h"
 #include "commands.h"
 #include "json.h"
+#include "simulatedclock.h"
 
 #include "camera/anycameracontroller.h"
 #include "camera/mockcameracontroller.h"
 #include "exposure/calculationcontroller.h"
-#include "platform/inipreferencestore.h"
-#include "platform/manualclock.h"
+#include "platform/store/inipreferencestore.h"
 #include "settings/profilesettings.h"
 
 #include <cmath>
@@ -44,9 +44,9 @@ int runMeter(const QStringList& words)
     const Calculator calculator([&profile] { return &profile; });
     AnyCameraController camera(std::make_shared<MockCameraController>(
         AuthorizationStatus::authorized, std::nullopt, false, lightValue));
-    ManualClock clock;
+    SimulatedClock clock;
     const CalculationController controller(calculator, camera, &profile, clock);
-    clock.advance(std::llround(seconds * kMillisecondsPerSecond));
+    clock.runFor(std::llround(seconds * kMillisecondsPerSecond));
 
     printLine(jsonObject({
         {QStringLiteral("mode"), jsonString(rawValue(controller.mode()))},

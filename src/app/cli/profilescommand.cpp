@@ -2,8 +2,8 @@
 #include "commands.h"
 #include "json.h"
 
-#include "platform/inipreferencestore.h"
-#include "platform/xdgmailcomposer.h"
+#include "platform/desktop/xdgmailcomposer.h"
+#include "platform/store/inipreferencestore.h"
 #include "settings/settings.h"
 
 #include <QCoreApplication>

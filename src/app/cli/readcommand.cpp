@@ -2,8 +2,8 @@
 #include "commands.h"
 
 #include "album/photoalbum.h"
-#include "platform/exiv2imagemetadata.h"
-#include "platform/folderphotolibrary.h"
+#include "platform/photos/exiv2imagemetadata.h"
+#include "platform/photos/folderphotolibrary.h"
 
 #include <QFile>
 #include <QFileInfo>

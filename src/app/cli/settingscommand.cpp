@@ -2,7 +2,7 @@
 #include "commands.h"
 #include "json.h"
 
-#include "platform/inipreferencestore.h"
+#include "platform/store/inipreferencestore.h"
 #include "settings/profilesettings.h"
 
 #include <functional>

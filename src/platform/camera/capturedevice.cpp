@@ -1,0 +1,2 @@
+// The port's signals are compiled here.
+#include "capturedevice.h"

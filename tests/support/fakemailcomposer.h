@@ -1,0 +1,27 @@
+#pragma once
+
+#include "platform/desktop/mailcomposer.h"
+
+namespace kestrum {
+
+/// A mail composer with a fixed answer that counts how often it was asked.
+class FakeMailComposer final : public MailComposer {
+public:
+    explicit FakeMailComposer(bool canSendMail)
+        : m_canSendMail(canSendMail)
+    {}
+
+    bool canSendMail() const override
+    {
+        ++m_queryCount;
+        return m_canSendMail;
+    }
+
+    int queryCount() const { return m_queryCount; }
+
+private:
+    bool m_canSendMail;
+    mutable int m_queryCount = 0;
+};
+
+} // namespace kestrum
