@@ -14,7 +14,8 @@ namespace {
 
 constexpr int kThrottle = CalculationController::kThrottleIntervalMs;
 
-// A meter on a scripted camera, a fresh profile and a clock that moves on demand.
+// A meter on a scripted camera, a fresh profile and a clock that moves on demand. A
+// second profile, "b", shares the store for switching to.
 struct Meter {
     explicit Meter(double lightValue = 10.0, Mode mode = Mode::av)
         : camera(std::make_shared<ScriptedCameraController>(lightValue))
@@ -23,16 +24,38 @@ struct Meter {
         controller = std::make_unique<CalculationController>(calculator, box, &settings, clock);
     }
 
+    void switchTo(ProfileSettings& profile)
+    {
+        current = &profile;
+        controller->setSettings(&profile);
+    }
+
+    // The error, if any, and what the current mode computes: "overexposed 8000".
+    QString outcome() const
+    {
+        const CalculationController& c = *controller;
+        const QString& shown = c.mode() == Mode::av   ? c.speed().display
+                               : c.mode() == Mode::tv ? c.aperture().display
+                                                      : c.manualExposure().display;
+        return c.exposureErrorText() + u' ' + shown;
+    }
+
     MemoryPreferenceStore store;
     ProfileSettings settings{QStringLiteral("default"), store};
-    Calculator calculator{[this] { return &settings; }};
+    ProfileSettings other{QStringLiteral("b"), store};
+    ProfileSettings* current = &settings;
+    Calculator calculator{[this] { return current; }};
     std::shared_ptr<ScriptedCameraController> camera;
     AnyCameraController box{camera};
     ManualClock clock;
     std::unique_ptr<CalculationController> controller;
 };
 
+using Change = std::function<void(Meter&)>;
+
 } // namespace
+
+Q_DECLARE_METATYPE(Change)
 
 class CalculationControllerTest : public QObject {
     Q_OBJECT
@@ -147,6 +170,68 @@ private slots:
         meter.clock.advance(0);
         QCOMPARE(meter.controller->compensation(),
                  (Compensation{Fraction::third, 0.66, u"\u2154"_qs}));
+    }
+
+    // A new profile, limit or step can change what one light value gives even when
+    // ISO, compensation, aperture and speed read back the same: the mode's outcome is
+    // worked out again, without waiting for another reading.
+    void reloadRecomputesTheLastLightValue_data()
+    {
+        QTest::addColumn<Mode>("mode");
+        QTest::addColumn<double>("lightValue");
+        QTest::addColumn<QString>("before");
+        QTest::addColumn<Change>("change");
+        QTest::addColumn<QString>("after");
+        const ShutterSpeed fastest{Fraction::full, 0.0001220703125, "8000"};
+        // f/2.8 at LV 14 wants 1/2048 s, beyond 1/1000; the "8000" shown goes into the profile.
+        QTest::newRow("profile with a faster shutter")
+            << Mode::av << 14.0 << "overexposed 8000" << Change([fastest](Meter& meter) {
+                   meter.other.setMaximumSpeed(fastest);
+                   meter.other.setSpeed(fastest);
+                   meter.switchTo(meter.other);
+               })
+            << " 2000";
+        QTest::newRow("raised fastest speed")
+            << Mode::av << 14.0 << "overexposed 8000"
+            << Change([fastest](Meter& meter) { meter.settings.setMaximumSpeed(fastest); })
+            << " 2000";
+        // 1/125 s at LV 17 wants f/32, beyond f/22; the "45" shown goes into the profile.
+        QTest::newRow("raised largest aperture")
+            << Mode::tv << 17.0 << "overexposed 45" << Change([](Meter& meter) {
+                   meter.settings.setMaximumAperture({Fraction::full, 45.25, "45"});
+               })
+            << " 32";
+        // f/2.8 at LV 9.5 wants 1/90.5 s: nearer 1/128 than 1/64, nearer 1/101.6 than 1/80.6.
+        QTest::newRow("speed in thirds") << Mode::av << 9.5 << " 125" << Change([](Meter& meter) {
+            meter.settings.setFractionForSpeed(Fraction::third);
+        }) << " 100";
+        // f/2.8 at 1/125 and ISO 100 expose at LV 9.9996: 0.4 stops over is nearer 0 than 1,
+        // nearer 0.33 than 0.66.
+        QTest::newRow("ISO in thirds") << Mode::m << 10.4 << " 0" << Change([](Meter& meter) {
+            meter.settings.setFractionForISO(Fraction::third);
+        }) << u" \u2153"_qs;
+        QTest::newRow("profile with ISO in thirds")
+            << Mode::m << 10.4 << " 0" << Change([](Meter& meter) {
+                   meter.other.setMode(Mode::m);
+                   meter.other.setFractionForISO(Fraction::third);
+                   meter.switchTo(meter.other);
+               })
+            << u" \u2153"_qs;
+    }
+
+    void reloadRecomputesTheLastLightValue()
+    {
+        QFETCH(Mode, mode);
+        QFETCH(double, lightValue);
+        QFETCH(QString, before);
+        QFETCH(Change, change);
+        QFETCH(QString, after);
+        Meter meter(lightValue, mode);
+        meter.clock.advance(kThrottle);
+        QCOMPARE(meter.outcome(), before);
+        change(meter);
+        meter.clock.advance(kThrottle);
+        QCOMPARE(meter.outcome(), after);
     }
 
     void choicesAreWrittenBackToTheProfile()
