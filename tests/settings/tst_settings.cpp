@@ -251,6 +251,36 @@ private slots:
         QCOMPARE(reloaded.currentProfileSettings()->prefix(), "night.");
     }
 
+    void switchProfileTakesOnlyListedIDs_data()
+    {
+        QTest::addColumn<QString>("id");
+        QTest::addColumn<bool>("switched");
+        QTest::newRow("listed") << "b" << true;
+        QTest::newRow("the first") << "default" << true;
+        QTest::newRow("not listed") << "c" << false;
+        QTest::newRow("listed in another case") << "B" << false;
+        QTest::newRow("empty") << "" << false;
+    }
+
+    void switchProfileTakesOnlyListedIDs()
+    {
+        QFETCH(QString, id);
+        QFETCH(bool, switched);
+        MemoryPreferenceStore store;
+        Settings settings(store, m_mail, {});
+        settings.setProfiles(QList<Profile>{Profile::defaultProfile()} + lettered("ab"));
+        settings.setCurrentProfileID("a");
+        const QSignalSpy announced(&settings, &Settings::objectWillChange);
+        const QSignalSpy replaced(&settings, &Settings::currentProfileSettingsChanged);
+        QCOMPARE(settings.switchProfile(id), switched);
+        const QString current = switched ? id : "a";
+        QCOMPARE(settings.currentProfileID(), current);
+        QCOMPARE(settings.currentProfileSettings()->prefix(), current + '.');
+        QCOMPARE(replaced.count(), switched ? 1 : 0);
+        if (!switched)
+            QCOMPARE(announced.count(), 0);
+    }
+
     void reviewIsAskedFor_data()
     {
         QTest::addColumn<int>("previousStarts");
