@@ -4,6 +4,7 @@
 #include "settings/settings.h"
 #include "settings/translationcatalogue.h"
 
+#include <QFile>
 #include <QJsonObject>
 #include <QPointer>
 #include <QRegularExpression>
@@ -112,6 +113,32 @@ private slots:
             QCOMPARE(*store.array("profiles"), stored.toList());
         else
             QCOMPARE(store.string("profiles").value_or(QString()), stored.toString());
+    }
+
+    // A user's hand-edited file: an element of the array with nothing left in it.
+    void emptyElementOfTheSettingsFileIsSkipped_data()
+    {
+        QTest::addColumn<QByteArray>("profiles");
+        QTest::addColumn<QStringList>("loaded");
+        QTest::newRow("in the middle") << QByteArray("1\\default=Mine\n3\\B2=Film\nsize=3\n")
+                                       << QStringList{"default:Mine", "B2:Film"};
+        QTest::newRow("at the end") << QByteArray("1\\default=Mine\n2\\A1=Night\nsize=3\n")
+                                    << QStringList{"default:Mine", "A1:Night"};
+    }
+
+    void emptyElementOfTheSettingsFileIsSkipped()
+    {
+        QFETCH(QByteArray, profiles);
+        QFETCH(QStringList, loaded);
+        const QTemporaryDir directory;
+        QVERIFY(directory.isValid());
+        QFile file(directory.filePath("settings.ini"));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("[profiles]\n" + profiles);
+        file.close();
+        IniPreferenceStore store(file.fileName());
+        const Settings settings(store, m_mail, {});
+        QCOMPARE(words(settings.profiles()), loaded);
     }
 
     void editProfiles_data()
