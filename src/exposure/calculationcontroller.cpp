@@ -77,6 +77,10 @@ void CalculationController::reload()
     setCompensation(snapped(possibleCompensations(), m_compensation.value));
     setAperture(snapped(possibleApertures(), profile.aperture().value));
     setSpeed(snapped(possibleSpeeds(), profile.speed().value));
+    // The setters above recompute only what they changed, but new limits or steps can
+    // change the outcome of unchanged inputs; a steady scene sends no further reading.
+    m_lastManual.reset();
+    exposureInputsChanged();
 }
 
 void CalculationController::scheduleReload()

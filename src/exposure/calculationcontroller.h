@@ -77,8 +77,9 @@ public:
     std::vector<ISO> possibleISOs() const;
     std::vector<Compensation> possibleCompensations() const;
 
-    /// Re-reads mode, ISO, aperture and speed from the profile and re-snaps the
-    /// compensation to the profile's ISO step.
+    /// Re-reads mode, ISO, aperture and speed from the profile, re-snaps the
+    /// compensation to the profile's ISO step, and works the mode's outcome out again
+    /// from the last light value.
     void reload();
 
     /// A one-line diagnostic read-out: light value, EV and the mode's outcome.

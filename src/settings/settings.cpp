@@ -220,6 +220,15 @@ void Settings::setCurrentProfileID(const QString& id)
     replaceCurrentProfileSettings();
 }
 
+bool Settings::switchProfile(const QString& id)
+{
+    const bool listed = std::any_of(m_profiles.cbegin(), m_profiles.cend(),
+                                    [&id](const Profile& profile) { return profile.id == id; });
+    if (listed)
+        setCurrentProfileID(id);
+    return listed;
+}
+
 void Settings::replaceCurrentProfileSettings()
 {
     emit objectWillChange();

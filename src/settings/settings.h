@@ -75,8 +75,11 @@ public:
     /// The stored current id, "default" when none is stored.
     QString currentProfileID() const;
     /// Stores `id` without checking that it is listed, and makes new current settings
-    /// for it: callers that take ids from outside check them first.
+    /// for it: callers that take ids from outside use `switchProfile` instead.
     void setCurrentProfileID(const QString& id);
+    /// Makes the listed profile `id` current; false, changing nothing, when no listed
+    /// profile has that id (a quick action or a script naming a deleted profile).
+    Q_INVOKABLE bool switchProfile(const QString& id);
     /// Never null once constructed.
     ProfileSettings* currentProfileSettings() const { return m_currentProfileSettings; }
 

@@ -14,7 +14,8 @@ namespace {
 
 constexpr int kThrottle = CalculationController::kThrottleIntervalMs;
 
-// A meter on a scripted camera, a fresh profile and a clock that moves on demand.
+// A meter on a scripted camera, a fresh profile and a clock that moves on demand. A
+// second profile, "b", shares the store for switching to.
 struct Meter {
     explicit Meter(double lightValue = 10.0, Mode mode = Mode::av)
         : camera(std::make_shared<ScriptedCameraController>(lightValue))
@@ -23,16 +24,38 @@ struct Meter {
         controller = std::make_unique<CalculationController>(calculator, box, &settings, clock);
     }
 
+    void switchTo(ProfileSettings& profile)
+    {
+        current = &profile;
+        controller->setSettings(&profile);
+    }
+
+    // The error, if any, and what the current mode computes: "overexposed 8000".
+    QString outcome() const
+    {
+        const CalculationController& c = *controller;
+        const QString& shown = c.mode() == Mode::av   ? c.speed().display
+                               : c.mode() == Mode::tv ? c.aperture().display
+                                                      : c.manualExposure().display;
+        return c.exposureErrorText() + u' ' + shown;
+    }
+
     MemoryPreferenceStore store;
     ProfileSettings settings{QStringLiteral("default"), store};
-    Calculator calculator{[this] { return &settings; }};
+    ProfileSettings other{QStringLiteral("b"), store};
+    ProfileSettings* current = &settings;
+    Calculator calculator{[this] { return current; }};
     std::shared_ptr<ScriptedCameraController> camera;
     AnyCameraController box{camera};
     ManualClock clock;
     std::unique_ptr<CalculationController> controller;
 };
 
+using Change = std::function<void(Meter&)>;
+
 } // namespace
+
+Q_DECLARE_METATYPE(Change)
 
 class CalculationControllerTest : public QObject {
     Q_OBJECT
@@ -66,22 +89,20 @@ private slots:
     void throttleBoundsRecomputationWhateverTheInputRate()
     {
         Meter meter(10.0);
-        const QSignalSpy speeds(meter.controller.get(), &CalculationController::speedChanged);
-        for (int ms = 0; ms < 3000; ++ms) { // a stop brighter every interval, read every ms
+        for (int ms = 0; ms < 3000; ++ms) { // a new tenth every 30 ms
             meter.camera->send(5.0 + ms / double(kThrottle));
             meter.clock.advance(1);
         }
-        QVERIFY2(speeds.size() >= 8 && speeds.size() <= 11,
-                 qPrintable(QString::number(speeds.size())));
+        // The first reading at once, then the latest at the end of each of ten intervals.
+        QCOMPARE(meter.controller->appliedOutcomes(), 11);
     }
 
     void onlyTheCurrentModesOutcomesApply()
     {
         Meter meter(10.0, Mode::tv);
-        const ShutterSpeed chosen = meter.controller->speed();
         meter.camera->send(14.0);
         meter.clock.advance(kThrottle);
-        QCOMPARE(meter.controller->speed(), chosen); // tv never computes the speed
+        QCOMPARE(meter.controller->speed().display, "125"); // tv never computes the speed
         QCOMPARE(meter.controller->aperture().display, "11");
         // av's latest outcome applies at once: LV 14 at the f/11 just computed is 1/128.
         meter.controller->setMode(Mode::av);
@@ -89,38 +110,34 @@ private slots:
         QCOMPARE(meter.settings.mode(), Mode::av);
     }
 
-    void errorFallbacksUseTheFullTableEnds()
+    // f/4 at 1/60 and ISO 100 expose correctly at LV 10. Errors show the ends of the
+    // full-stop tables, whatever the profile's limits (its largest aperture is 16).
+    void outcomeAtALightValue_data()
     {
-        // The error and the value shown instead of the computed one.
-        const auto fallback = [](Mode mode, double lightValue) {
-            Meter meter(lightValue, mode);
-            meter.settings.setMaximumAperture({Fraction::full, 16.0, "16"});
-            meter.clock.advance(kThrottle);
-            meter.camera->send(lightValue + 0.5);
-            meter.clock.advance(kThrottle);
-            const auto& c = *meter.controller;
-            return c.exposureErrorText() + u' ' +
-                   (mode == Mode::tv ? c.aperture().display : c.speed().display);
-        };
-        QCOMPARE(fallback(Mode::tv, 20.0), "overexposed 45"); // despite a maximum of 16
-        QCOMPARE(fallback(Mode::tv, -2.0), "underexposed 0.7");
-        QCOMPARE(fallback(Mode::av, 20.0), "overexposed 8000");
-        QCOMPARE(fallback(Mode::av, -2.0), "underexposed 30s");
+        QTest::addColumn<Mode>("mode");
+        QTest::addColumn<double>("lightValue");
+        QTest::addColumn<QString>("outcome");
+        QTest::newRow("tv too bright") << Mode::tv << 20.0 << "overexposed 45"; // f/128
+        QTest::newRow("tv too dark") << Mode::tv << -2.0 << "underexposed 0.7";
+        QTest::newRow("av too bright") << Mode::av << 20.0 << "overexposed 8000";
+        QTest::newRow("av too dark") << Mode::av << -2.0 << "underexposed 30s"; // 64 s
+        QTest::newRow("m exactly 2 under is shown") << Mode::m << 8.0 << u" \u22122"_qs;
+        QTest::newRow("m exactly 2 over is not") << Mode::m << 12.0 << "overexposed 10";
+        QTest::newRow("m just beyond 2 under") << Mode::m << 7.99 << u"underexposed \u22123"_qs;
+        QTest::newRow("m a stop over") << Mode::m << 11.0 << " 1";
     }
 
-    void manualDeviationAndItsLimits()
+    void outcomeAtALightValue()
     {
-        // f/2.8 at 1/125 and ISO 100 expose correctly at LV ~10.
-        const double lv = Calculator::settingsLightValue(2.828, 0.0078125, 100.0, 0.0);
-        const auto manual = [](double lightValue) {
-            const Meter meter(lightValue, Mode::m);
-            return meter.controller->exposureErrorText() + u' ' +
-                   meter.controller->manualExposure().display;
-        };
-        QCOMPARE(manual(lv - 2.0), u" \u22122"_qs);   // exactly -2 is shown
-        QCOMPARE(manual(lv + 2.0), "overexposed 10"); // exactly +2 is not
-        QCOMPARE(manual(lv - 2.01), u"underexposed \u22123"_qs);
-        QCOMPARE(manual(lv + 1.0), " 1");
+        QFETCH(Mode, mode);
+        QFETCH(double, lightValue);
+        QFETCH(QString, outcome);
+        Meter meter(lightValue, mode);
+        meter.settings.setMaximumAperture({Fraction::full, 16.0, "16"});
+        meter.controller->setAperture({Fraction::full, 4.0, "4"});
+        meter.controller->setSpeed({Fraction::full, 0.015625, "60"});
+        meter.clock.advance(kThrottle);
+        QCOMPARE(meter.outcome(), outcome);
     }
 
     void holdStopsMeasuringWithinOnePeriod()
@@ -147,6 +164,68 @@ private slots:
         meter.clock.advance(0);
         QCOMPARE(meter.controller->compensation(),
                  (Compensation{Fraction::third, 0.66, u"\u2154"_qs}));
+    }
+
+    // A new profile, limit or step can change what one light value gives even when
+    // ISO, compensation, aperture and speed read back the same: the mode's outcome is
+    // worked out again, without waiting for another reading.
+    void reloadRecomputesTheLastLightValue_data()
+    {
+        QTest::addColumn<Mode>("mode");
+        QTest::addColumn<double>("lightValue");
+        QTest::addColumn<QString>("before");
+        QTest::addColumn<Change>("change");
+        QTest::addColumn<QString>("after");
+        const ShutterSpeed fastest{Fraction::full, 0.0001220703125, "8000"};
+        // f/2.8 at LV 14 wants 1/2048 s, beyond 1/1000; the "8000" shown goes into the profile.
+        QTest::newRow("profile with a faster shutter")
+            << Mode::av << 14.0 << "overexposed 8000" << Change([fastest](Meter& meter) {
+                   meter.other.setMaximumSpeed(fastest);
+                   meter.other.setSpeed(fastest);
+                   meter.switchTo(meter.other);
+               })
+            << " 2000";
+        QTest::newRow("raised fastest speed")
+            << Mode::av << 14.0 << "overexposed 8000"
+            << Change([fastest](Meter& meter) { meter.settings.setMaximumSpeed(fastest); })
+            << " 2000";
+        // 1/125 s at LV 17 wants f/32, beyond f/22; the "45" shown goes into the profile.
+        QTest::newRow("raised largest aperture")
+            << Mode::tv << 17.0 << "overexposed 45" << Change([](Meter& meter) {
+                   meter.settings.setMaximumAperture({Fraction::full, 45.25, "45"});
+               })
+            << " 32";
+        // f/2.8 at LV 9.5 wants 1/90.5 s: nearer 1/128 than 1/64, nearer 1/101.6 than 1/80.6.
+        QTest::newRow("speed in thirds") << Mode::av << 9.5 << " 125" << Change([](Meter& meter) {
+            meter.settings.setFractionForSpeed(Fraction::third);
+        }) << " 100";
+        // f/2.8 at 1/125 and ISO 100 expose at LV 9.9996: 0.4 stops over is nearer 0 than 1,
+        // nearer 0.33 than 0.66.
+        QTest::newRow("ISO in thirds") << Mode::m << 10.4 << " 0" << Change([](Meter& meter) {
+            meter.settings.setFractionForISO(Fraction::third);
+        }) << u" \u2153"_qs;
+        QTest::newRow("profile with ISO in thirds")
+            << Mode::m << 10.4 << " 0" << Change([](Meter& meter) {
+                   meter.other.setMode(Mode::m);
+                   meter.other.setFractionForISO(Fraction::third);
+                   meter.switchTo(meter.other);
+               })
+            << u" \u2153"_qs;
+    }
+
+    void reloadRecomputesTheLastLightValue()
+    {
+        QFETCH(Mode, mode);
+        QFETCH(double, lightValue);
+        QFETCH(QString, before);
+        QFETCH(Change, change);
+        QFETCH(QString, after);
+        Meter meter(lightValue, mode);
+        meter.clock.advance(kThrottle);
+        QCOMPARE(meter.outcome(), before);
+        change(meter);
+        meter.clock.advance(kThrottle);
+        QCOMPARE(meter.outcome(), after);
     }
 
     void choicesAreWrittenBackToTheProfile()

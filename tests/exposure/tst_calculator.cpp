@@ -4,7 +4,6 @@
 
 #include <QTest>
 
-#include <cmath>
 #include <limits>
 
 using namespace kestrum;
@@ -102,9 +101,9 @@ private slots:
         QCOMPARE(Calculator::exposureValue(10.0, 100.0, 0.0), 10.0);
         QCOMPARE(Calculator::settingsLightValue(4.0, 1.0 / 64.0, 100.0, 0.0), 10.0);
         QCOMPARE(Calculator::settingsLightValue(4.0, 1.0 / 64.0, 400.0, 1.0), 9.0);
-        // The two formulas are inverses: settings computed for an EV read back its LV.
-        const double ev = Calculator::exposureValue(12.5, 200.0, -0.5);
-        QCOMPARE(Calculator::settingsLightValue(std::sqrt(std::exp2(ev)), 1.0, 200.0, -0.5), 12.5);
+        // Inverses: LV 12.5 at ISO 200 and −0.5 is EV 14, which f/128 at 1 s exposes.
+        QCOMPARE(Calculator::exposureValue(12.5, 200.0, -0.5), 14.0);
+        QCOMPARE(Calculator::settingsLightValue(128.0, 1.0, 200.0, -0.5), 12.5);
     }
 
     void readsTheCurrentProfileAtEachCall()

@@ -3,8 +3,6 @@
 #include <QSet>
 #include <QTest>
 
-#include <unordered_set>
-
 using namespace kestrum;
 
 namespace {
@@ -60,15 +58,6 @@ private slots:
         verifyMergedScale<Compensation>(Fraction::full, 14);
         verifyMergedScale<Compensation>(Fraction::half, 27);
         verifyMergedScale<Compensation>(Fraction::third, 40);
-    }
-
-    void fullScaleIsTheTableAsStored()
-    {
-        QCOMPARE(scale<ShutterSpeed>(Fraction::full).front(),
-                 (ShutterSpeed{Fraction::full, 32.0, "30s"}));
-        QCOMPARE(scale<ShutterSpeed>(Fraction::full).back(),
-                 (ShutterSpeed{Fraction::full, 0.0001220703125, "8000"}));
-        QCOMPARE(&scale<Aperture>(Fraction::full), &ValueTables<Aperture>::full());
     }
 
     void stepTexts()
@@ -127,9 +116,6 @@ private slots:
         QVERIFY(found != entries.end());
         QCOMPARE(found->display, display);
         QCOMPARE(found->signedDisplay(), signedDisplay);
-        // Other components never show a sign.
-        QCOMPARE((Aperture{Fraction::full, 2.0, "2"}).signedDisplay(), "2");
-        QCOMPARE((ISO{Fraction::full, 100.0, "100"}).signedDisplay(), "100");
     }
 
     void identitiesAndDescriptions()
@@ -148,26 +134,12 @@ private slots:
                  "ShutterSpeed 0.0001220703125");
     }
 
-    void equalValueDifferentStepIsAnotherEntry()
-    {
-        const Aperture full{Fraction::full, 1.26, "1.2"};
-        const Aperture third{Fraction::third, 1.26, "1.2"};
-        QVERIFY(full != third);
-        QVERIFY(full.id() != third.id());
-        QVERIFY(qHash(full) != qHash(third));
-        QVERIFY(full != (Aperture{Fraction::full, 1.2600000001, "1.2"})); // exact value counts
-    }
-
-    void everyTableEntryHasItsOwnIdentityAndHash()
+    void everyTableEntryHasItsOwnIdentity()
     {
         QSet<QString> ids;
-        std::unordered_set<ShutterSpeed> speeds;
-        for (const ShutterSpeed& s : limitCandidates<ShutterSpeed>()) {
+        for (const ShutterSpeed& s : limitCandidates<ShutterSpeed>())
             ids.insert(s.id());
-            speeds.insert(s);
-        }
         QCOMPARE(ids.size(), 73);
-        QCOMPARE(speeds.size(), std::size_t(73));
         QCOMPARE(limitCandidates<Aperture>().size(), std::size_t(49));
         QCOMPARE(limitCandidates<ISO>().size(), std::size_t(37));
     }

@@ -13,6 +13,7 @@ class ProfilesCliTest : public QObject {
     struct Run {
         int exitCode = -1;
         QByteArray out;
+        QByteArray err;
         QJsonObject json() const { return QJsonDocument::fromJson(out).object(); }
     };
 
@@ -28,7 +29,7 @@ class ProfilesCliTest : public QObject {
         if (!cli.waitForFinished(30000))
             return {};
         return {cli.exitStatus() == QProcess::NormalExit ? cli.exitCode() : -1,
-                cli.readAllStandardOutput()};
+                cli.readAllStandardOutput(), cli.readAllStandardError()};
     }
 
     // The listed ids, in order.
@@ -88,34 +89,52 @@ private slots:
         QCOMPARE(exitCodes, QList<int>(7, 0));
     }
 
-    // Exit code 0: the first profile stays first and nothing changes; otherwise a refusal.
+    // On a list of two profiles. Exit code 0: the first profile stays first and nothing
+    // changes; otherwise a refusal that says why.
     void unchanged_data()
     {
         QTest::addColumn<QStringList>("arguments");
         QTest::addColumn<int>("exitCode");
-        QTest::newRow("delete the first") << QStringList{"delete", "0"} << 0;
-        QTest::newRow("move the first") << QStringList{"move", "0", "2"} << 0;
-        QTest::newRow("move before the first") << QStringList{"move", "1", "0"} << 0;
-        QTest::newRow("rename an unknown id") << QStringList{"rename", "nobody", "X"} << 1;
-        QTest::newRow("delete beyond the list") << QStringList{"delete", "1"} << 1;
-        QTest::newRow("move beyond the list") << QStringList{"move", "1", "1"} << 1;
-        QTest::newRow("delete no number") << QStringList{"delete", "one"} << 2;
-        QTest::newRow("move without destination") << QStringList{"move", "1"} << 2;
-        QTest::newRow("use without id") << QStringList{"use"} << 2;
-        QTest::newRow("unknown action") << QStringList{"copy"} << 2;
+        QTest::addColumn<QByteArray>("message");
+        QTest::newRow("delete the first") << QStringList{"delete", "0"} << 0 << QByteArray();
+        QTest::newRow("move the first") << QStringList{"move", "0", "2"} << 0 << QByteArray();
+        QTest::newRow("move before the first")
+            << QStringList{"move", "1", "0"} << 0 << QByteArray();
+        QTest::newRow("rename an unknown id")
+            << QStringList{"rename", "nobody", "X"} << 1 << QByteArray("no profile with the id");
+        QTest::newRow("delete beyond the list")
+            << QStringList{"delete", "2"} << 1 << QByteArray("no profile at index 2");
+        QTest::newRow("move beyond the list")
+            << QStringList{"move", "1", "3"} << 1 << QByteArray("no destination 3");
+        QTest::newRow("delete no number")
+            << QStringList{"delete", "one"} << 2 << QByteArray("whole number");
+        QTest::newRow("move without destination")
+            << QStringList{"move", "1"} << 2 << QByteArray("usage:");
+        QTest::newRow("use without id") << QStringList{"use"} << 2 << QByteArray("usage:");
+        QTest::newRow("use an unknown id")
+            << QStringList{"use", "nobody"} << 2 << QByteArray("no profile with the id nobody");
+        QTest::newRow("use the id in another case")
+            << QStringList{"use", "DEFAULT"} << 2 << QByteArray("no profile with the id DEFAULT");
+        QTest::newRow("unknown action") << QStringList{"copy"} << 2 << QByteArray("copy");
     }
 
     void unchanged()
     {
         QFETCH(QStringList, arguments);
         QFETCH(int, exitCode);
-        const bool accepted = exitCode == 0;
-        const QByteArray before =
-            accepted ? run({"add"}).out : QByteArray(); // refusals print nothing
+        QFETCH(QByteArray, message);
+        const QByteArray listing = run({"add"}).out;
+        QFile file(settingsPath());
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray stored = file.readAll();
+        file.close();
         const Run after = run(arguments);
         QCOMPARE(after.exitCode, exitCode);
-        QCOMPARE(after.out, before);
-        QCOMPARE(QFile::exists(settingsPath()), accepted);
+        QCOMPARE(after.out, exitCode == 0 ? listing : QByteArray()); // refusals print nothing
+        QVERIFY2(message.isEmpty() ? after.err.isEmpty() : after.err.contains(message),
+                 after.err.constData());
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), stored);
     }
 };
 

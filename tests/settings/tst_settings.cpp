@@ -4,11 +4,11 @@
 #include "support/fakemailcomposer.h"
 #include "support/memorypreferencestore.h"
 
+#include <QFile>
 #include <QJsonObject>
 #include <QPointer>
 #include <QRegularExpression>
 #include <QSignalSpy>
-#include <QSysInfo>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -38,6 +38,17 @@ QString ids(const QList<Profile>& profiles)
     for (const Profile& profile : profiles)
         ids += profile.id;
     return ids;
+}
+
+// Waits until the event loop has run every call queued so far: a marker queued after
+// them arrives last.
+void finishQueuedCalls()
+{
+    QObject marker;
+    QSignalSpy arrived(&marker, &QObject::objectNameChanged);
+    QMetaObject::invokeMethod(
+        &marker, [&marker] { marker.setObjectName("arrived"); }, Qt::QueuedConnection);
+    QVERIFY(arrived.wait());
 }
 
 } // namespace
@@ -114,6 +125,32 @@ private slots:
             QCOMPARE(store.string("profiles").value_or(QString()), stored.toString());
     }
 
+    // A user's hand-edited file: an element of the array with nothing left in it.
+    void emptyElementOfTheSettingsFileIsSkipped_data()
+    {
+        QTest::addColumn<QByteArray>("profiles");
+        QTest::addColumn<QStringList>("loaded");
+        QTest::newRow("in the middle") << QByteArray("1\\default=Mine\n3\\B2=Film\nsize=3\n")
+                                       << QStringList{"default:Mine", "B2:Film"};
+        QTest::newRow("at the end") << QByteArray("1\\default=Mine\n2\\A1=Night\nsize=3\n")
+                                    << QStringList{"default:Mine", "A1:Night"};
+    }
+
+    void emptyElementOfTheSettingsFileIsSkipped()
+    {
+        QFETCH(QByteArray, profiles);
+        QFETCH(QStringList, loaded);
+        const QTemporaryDir directory;
+        QVERIFY(directory.isValid());
+        QFile file(directory.filePath("settings.ini"));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("[profiles]\n" + profiles);
+        file.close();
+        IniPreferenceStore store(file.fileName());
+        const Settings settings(store, m_mail, {});
+        QCOMPARE(words(settings.profiles()), loaded);
+    }
+
     void editProfiles_data()
     {
         QTest::addColumn<QString>("before");
@@ -167,7 +204,7 @@ private slots:
         } else {
             settings.moveProfiles(indexes, destination);
         }
-        QCoreApplication::processEvents();
+        finishQueuedCalls();
         QCOMPARE(ids(settings.profiles()), after);
         if (QByteArray(QTest::currentDataTag()).startsWith("first:")) {
             QCOMPARE(announced.count(), 0);
@@ -199,8 +236,9 @@ private slots:
             QVERIFY(settings.profiles().at(2).id != addedID);
             QVERIFY(settings.renameProfile(addedID, "Portrait"));
             QVERIFY(!settings.renameProfile("nobody", "X"));
+            QSignalSpy deleted(&settings, &Settings::profilesChanged);
             settings.deleteProfiles({2});
-            QCoreApplication::processEvents();
+            QVERIFY(deleted.wait());
         }
         IniPreferenceStore store(path);
         const Settings settings(store, m_mail, {});
@@ -218,10 +256,11 @@ private slots:
         const QString used = settings.profiles().at(2).id;
         settings.setCurrentProfileID(used);
         settings.currentProfileSettings()->setMode(Mode::m);
+        QSignalSpy deleted(&settings, &Settings::profilesChanged);
         settings.deleteProfiles({1});
-        QCoreApplication::processEvents();
+        QVERIFY(deleted.wait());
         settings.deleteProfiles({1});
-        QCoreApplication::processEvents();
+        QVERIFY(deleted.wait());
         QCOMPARE(words(settings.profiles()), QStringList{"default:Default"});
         auto keys = store.storedKeys();
         keys.sort(); // the id is in upper case, so first
@@ -243,12 +282,41 @@ private slots:
         QCOMPARE(replaced.count(), 1);
         QCOMPARE(settings.currentProfileID(), "night");
         QCOMPARE(settings.currentProfileSettings()->prefix(), "night.");
-        QVERIFY(settings.currentProfileSettings() != previous);
         QVERIFY(previous); // still there for observers finishing their update
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QVERIFY(!previous);
         const Settings reloaded(store, m_mail, {});
         QCOMPARE(reloaded.currentProfileSettings()->prefix(), "night.");
+    }
+
+    void switchProfileTakesOnlyListedIDs_data()
+    {
+        QTest::addColumn<QString>("id");
+        QTest::addColumn<bool>("switched");
+        QTest::newRow("listed") << "b" << true;
+        QTest::newRow("the first") << "default" << true;
+        QTest::newRow("not listed") << "c" << false;
+        QTest::newRow("listed in another case") << "B" << false;
+        QTest::newRow("empty") << "" << false;
+    }
+
+    void switchProfileTakesOnlyListedIDs()
+    {
+        QFETCH(QString, id);
+        QFETCH(bool, switched);
+        MemoryPreferenceStore store;
+        Settings settings(store, m_mail, {});
+        settings.setProfiles(QList<Profile>{Profile::defaultProfile()} + lettered("ab"));
+        settings.setCurrentProfileID("a");
+        const QSignalSpy announced(&settings, &Settings::objectWillChange);
+        const QSignalSpy replaced(&settings, &Settings::currentProfileSettingsChanged);
+        QCOMPARE(settings.switchProfile(id), switched);
+        const QString current = switched ? id : "a";
+        QCOMPARE(settings.currentProfileID(), current);
+        QCOMPARE(settings.currentProfileSettings()->prefix(), current + '.');
+        QCOMPARE(replaced.count(), switched ? 1 : 0);
+        if (!switched)
+            QCOMPARE(announced.count(), 0);
     }
 
     void reviewIsAskedFor_data()
@@ -303,8 +371,6 @@ private slots:
         const Profile profile{"A1", "Night"};
         QVERIFY(Profile::fromJson(profile.toJson()) == profile);
         QVERIFY(!Profile::fromJson(QJsonObject{{"id", "A1"}}));
-        QVERIFY(profile != (Profile{"A1", "Day"}));
-        QVERIFY(qHash(profile) != qHash(Profile{"A1", "Day"}));
     }
 
     void aboutTheAppAndTheSystem()
@@ -313,7 +379,6 @@ private slots:
         QVERIFY(
             QRegularExpression("^\\d+\\.\\d+\\.\\d+$").match(Settings::appVersion()).hasMatch());
         QVERIFY(!Settings::buildNumber().isEmpty());
-        QVERIFY(Settings::osVersion().endsWith(' ' + QSysInfo::productVersion()));
         QVERIFY(Settings::osVersion().front().isUpper());
     }
 };

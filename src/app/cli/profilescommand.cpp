@@ -74,7 +74,10 @@ int runProfiles(const QStringList& words)
         settings.moveProfiles({from}, to);
     } else if (action == u"use") {
         line.expectWords(2);
-        settings.setCurrentProfileID(line.word(1, "ID"));
+        const QString id = line.word(1, "ID");
+        if (!settings.switchProfile(id))
+            throw UsageError("there is no profile with the id " + id.toStdString() +
+                             " (kestrum-cli profiles lists them)");
     } else {
         throw UsageError("profiles takes add, rename, delete, move or use, not " +
                          action.toStdString());

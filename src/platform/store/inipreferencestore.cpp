@@ -109,7 +109,8 @@ std::optional<QVariant> IniPreferenceStore::stored(const QString& key) const
 }
 
 // An array group as QVariantList; an element that is not a group of plain strings
-// is passed on as it stands, so that callers can reject the array as a whole.
+// is passed on as it stands, so that callers can reject the array as a whole. An
+// element with no entries at all is an empty map, as `store` writes one.
 std::optional<QVariant> IniPreferenceStore::storedArray(const QString& key) const
 {
     m_settings->beginGroup(key);
@@ -121,7 +122,8 @@ std::optional<QVariant> IniPreferenceStore::storedArray(const QString& key) cons
         for (int index = 1; index <= size; ++index) {
             const QString element = QString::number(index);
             if (!groups.contains(element)) {
-                elements.append(m_settings->value(element));
+                elements.append(m_settings->contains(element) ? m_settings->value(element)
+                                                              : QVariant(QVariantMap()));
                 continue;
             }
             m_settings->beginGroup(element);
