@@ -15,7 +15,7 @@ private slots:
     {
         QTest::addColumn<SensorGain>("gain");
         QTest::addColumn<float>("iso");
-                QTest::newRow("no gain control") << SensorGain{} << 100.0f;
+        QTest::newRow("no gain control") << SensorGain{} << 100.0f;
         QTest::newRow("unreadable value") << SensorGain{{}, 0, 255} << 100.0f;
         QTest::newRow("lowest gain") << SensorGain{0, 0, 255} << 100.0f;
         QTest::newRow("highest gain, four stops up") << SensorGain{255, 0, 255} << 1600.0f;

@@ -4,8 +4,7 @@
 
 namespace kestrum::cli {
 
-void SimulatedClock::callAfter(qint64 delayMs, const QObject* context,
-                               std::function<void()> action)
+void SimulatedClock::callAfter(qint64 delayMs, const QObject* context, std::function<void()> action)
 {
     m_due.emplace(m_nowMs + std::max<qint64>(delayMs, 0),
                   std::pair(QPointer<const QObject>(context), std::move(action)));
