@@ -51,11 +51,13 @@ QFuture<void> LocationManager::handleAuthorizationStatus(PositionSource::Authori
     case Status::denied:
         return failure<void>(Error::noPermission);
     case Status::notDetermined: {
-        // Replacing a waiting promise cancels its future: that caller never continues.
-        const auto replaced = std::exchange(m_authorizationPromise, std::nullopt);
-        m_authorizationPromise.emplace().start();
-        auto answered = m_authorizationPromise->future();
-        m_source->requestWhenInUseAuthorization();
+        // A question already open is answered for every caller; the user is asked once.
+        const bool asking = m_authorizationPromises.empty();
+        auto& promise = m_authorizationPromises.emplace_back();
+        promise.start();
+        auto answered = promise.future();
+        if (asking)
+            m_source->requestWhenInUseAuthorization(); // may answer at once
         return answered
             .then(this, [this](Status answer) { return handleAuthorizationStatus(answer); })
             .unwrap();
@@ -83,31 +85,32 @@ QFuture<std::optional<Placemark>> LocationManager::placemark(const Location& loc
 
 QFuture<std::optional<Location>> LocationManager::requestLocation()
 {
-    const auto replaced = std::exchange(m_locationPromise, std::nullopt);
-    m_locationPromise.emplace().start();
-    auto fix = m_locationPromise->future();
-    m_source->requestLocation();
+    // A fix under way serves every caller: a second log in quick succession must not
+    // take it from the first.
+    const bool locating = !m_locationPromises.empty();
+    auto& promise = m_locationPromises.emplace_back();
+    promise.start();
+    auto fix = promise.future();
+    if (!locating)
+        m_source->requestLocation(); // may answer at once
     return fix;
 }
 
 void LocationManager::resumeLocation(const std::optional<Location>& location)
 {
-    if (!m_locationPromise)
-        return;
-    auto promise = std::move(*m_locationPromise);
-    m_locationPromise.reset();
-    promise.addResult(location);
-    promise.finish();
+    for (auto& promise : std::exchange(m_locationPromises, {})) {
+        promise.addResult(location);
+        promise.finish();
+    }
 }
 
 void LocationManager::onAuthorizationChanged()
 {
-    if (!m_authorizationPromise)
-        return;
-    auto promise = std::move(*m_authorizationPromise);
-    m_authorizationPromise.reset();
-    promise.addResult(m_source->authorizationStatus());
-    promise.finish();
+    const auto status = m_source->authorizationStatus();
+    for (auto& promise : std::exchange(m_authorizationPromises, {})) {
+        promise.addResult(status);
+        promise.finish();
+    }
 }
 
 LocationManagerException::LocationManagerException(LocationManager::Error error)

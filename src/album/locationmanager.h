@@ -12,6 +12,7 @@
 #include <exception>
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace kestrum {
 
@@ -23,8 +24,9 @@ namespace kestrum {
 /// thread, where the service's signals arrive too.
 ///
 /// Each waiting request keeps one promise, which is fulfilled exactly once and then
-/// dropped. A second request of the same kind made while one waits takes its place: the
-/// earlier future is cancelled and never yields a value.
+/// dropped. A second request of the same kind made while one waits waits for the same
+/// answer: both callers get the same fix, or the same answer of the user, who is asked
+/// only once.
 class LocationManager final : public QObject {
     Q_OBJECT
 
@@ -61,8 +63,10 @@ private:
 
     std::unique_ptr<PositionSource> m_source;
     std::unique_ptr<ReverseGeocoder> m_geocoder;
-    std::optional<QPromise<std::optional<Location>>> m_locationPromise;
-    std::optional<QPromise<PositionSource::AuthorizationStatus>> m_authorizationPromise;
+    // One promise per waiting caller (a future takes only one continuation, so callers
+    // cannot share one), all fulfilled by the same answer.
+    std::vector<QPromise<std::optional<Location>>> m_locationPromises;
+    std::vector<QPromise<PositionSource::AuthorizationStatus>> m_authorizationPromises;
 };
 
 /// Why `LocationManager::currentLocation()` failed, carried in its future.

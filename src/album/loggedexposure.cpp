@@ -1,5 +1,7 @@
 #include "loggedexposure.h"
 
+#include "loggedphotometadata.h"
+
 #include "exposure/shortestdecimaltext.h"
 
 #include <cmath>
@@ -59,6 +61,15 @@ std::optional<double> floatEntry(const QVariantMap& group, QLatin1String name)
     return std::nullopt;
 }
 
+// Whether `exposureTimeS` has a speed text: a positive time whose reciprocal, where one is
+// shown, fits a 64-bit integer.
+bool hasSpeedText(double exposureTimeS)
+{
+    if (!(exposureTimeS > 0) || !std::isfinite(exposureTimeS))
+        return false;
+    return exposureTimeS >= 1.0 || 1.0 / exposureTimeS < kIntegerLimit;
+}
+
 std::optional<QVariantMap> groupEntry(const ImageProperties& properties, QLatin1String name)
 {
     const QVariant group = properties.value(name);
@@ -109,6 +120,13 @@ std::optional<LoggedExposure> LoggedExposure::fromProperties(QString localIdenti
     const auto fNumber = floatEntry(*exif, key::kFNumber);
     const auto exposureTime = floatEntry(*exif, key::kExposureTime);
     if (!iso || !bias || !fNumber || !exposureTime)
+        return std::nullopt;
+    // Only the meter's own photos are held to its invariant; a photo from anywhere else
+    // whose time has no speed text is simply not a logged exposure.
+    const auto tiff = groupEntry(properties, key::kTIFFDictionary);
+    const bool writtenByTheMeter =
+        tiff && tiff->value(key::kModel).toString() == QLatin1String(kLoggedPhotoModel);
+    if (!writtenByTheMeter && !hasSpeedText(*exposureTime))
         return std::nullopt;
 
     LoggedExposure exposure;

@@ -21,8 +21,10 @@ namespace kestrum {
 /// - speed: "1/n" + "s" below one second, n the reciprocal truncated toward zero
 ///   ("1/500s"), else the shortest text of the time + "s" ("2.0s");
 /// - compensation: "+0.33 EV", exactly "±0 EV" for zero, "-0.7 EV".
-/// An exposure time whose reciprocal is not finite or does not fit 64 bits (0 among them)
-/// stops the program: such a photo was never written by the meter.
+/// In a photo the meter wrote (TIFF "Model" "Kestrum Light Meter"), an exposure time whose
+/// reciprocal is not finite or does not fit 64 bits (0 among them) stops the program: the
+/// meter never writes one. Any other photo with a time that has no speed text (zero,
+/// negative, too short) is not a logged exposure.
 /// The coordinate is "{GPS}" "Latitude" and "Longitude" when both are numbers.
 class LoggedExposure {
 public:

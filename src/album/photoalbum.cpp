@@ -34,6 +34,8 @@ PhotoAlbum::PhotoAlbum(PhotoLibrary& library, const ImageMetadata& metadata, QOb
     , m_library(library)
     , m_metadata(metadata)
 {
+    // Registered from the start, so that an album that appears later is seen.
+    m_library.registerChangeObserver(this);
     if (m_library.authorizationStatus() == PhotoLibraryAuthorization::authorized) {
         fetchAssets();
         loadLoggedExposures();
@@ -53,7 +55,7 @@ QFuture<void> PhotoAlbum::checkAuthorization()
     return judgeAuthorization(m_library.authorizationStatus());
 }
 
-QFuture<void> PhotoAlbum::judgeAuthorization(PhotoLibraryAuthorization status)
+QFuture<void> PhotoAlbum::judgeAuthorization(PhotoLibraryAuthorization status, bool answered)
 {
     switch (status) {
     case PhotoLibraryAuthorization::restricted:
@@ -62,9 +64,15 @@ QFuture<void> PhotoAlbum::judgeAuthorization(PhotoLibraryAuthorization status)
     case PhotoLibraryAuthorization::limited:
         return failure(Error::limitedPermission);
     case PhotoLibraryAuthorization::notDetermined:
+        // Still undecided after asking: the library cannot be reached, and asking again
+        // would never end.
+        if (answered)
+            return failure(Error::noPermission);
         return m_library.requestAuthorization()
             .then(this,
-                  [this](PhotoLibraryAuthorization answer) { return judgeAuthorization(answer); })
+                  [this](PhotoLibraryAuthorization answer) {
+                      return judgeAuthorization(answer, true);
+                  })
             .unwrap();
     case PhotoLibraryAuthorization::authorized:
         break;
@@ -76,28 +84,43 @@ QFuture<QString> PhotoAlbum::save(const QUrl& imageURL)
 {
     const QString filePath = imageURL.toLocalFile();
     return checkAuthorization()
-        .then(this, [this] { return findOrCreateAlbum(); })
+        .then(this, [this, filePath] { return addToAlbum(filePath, true); })
         .unwrap()
-        .then(this,
-              [this, filePath] {
-                  if (!m_assetCollection)
-                      qFatal("the album vanished between finding it and adding a photo");
-                  return m_library.createAsset(filePath, *m_assetCollection);
-              })
-        .unwrap()
-        .onFailed(this,
-                  [](const PhotoLibraryException& error) -> QString {
-                      // The album was there a moment ago; adding to a missing one is a
-                      // broken invariant, not a failure to report.
-                      if (error.error() == PhotoLibrary::Error::albumMissing)
-                          qFatal("no album to add the photo to: %s", error.what());
-                      throw;
-                  })
         .then(this, [this](const QString& localIdentifier) {
             fetchAssets();
             loadLoggedExposures();
             return localIdentifier;
         });
+}
+
+QFuture<QString> PhotoAlbum::addToAlbum(const QString& filePath, bool mayMakeAlbumAgain)
+{
+    // The album can go between finding it and adding to it (its folder deleted while the
+    // app runs, say): it is made again, once.
+    const auto again = [this, filePath, mayMakeAlbumAgain]() -> QFuture<QString> {
+        if (!mayMakeAlbumAgain)
+            throw PhotoAlbumException(Error::albumNotFound);
+        m_assetCollection.reset();
+        return addToAlbum(filePath, false);
+    };
+    return findOrCreateAlbum()
+        .then(this,
+              [this, filePath, again] {
+                  if (!m_assetCollection)
+                      return again();
+                  return m_library.createAsset(filePath, *m_assetCollection)
+                      .then([](const QString& localIdentifier) {
+                          return QtFuture::makeReadyFuture(localIdentifier);
+                      })
+                      .onFailed(this,
+                                [again](const PhotoLibraryException& error) {
+                                    if (error.error() != PhotoLibrary::Error::albumMissing)
+                                        throw;
+                                    return again();
+                                })
+                      .unwrap();
+              })
+        .unwrap();
 }
 
 QFuture<std::optional<QImage>> PhotoAlbum::fullSizeImage(const QString& localIdentifier)
@@ -241,8 +264,14 @@ void PhotoAlbum::photoLibraryDidChange(const PhotoLibraryChange& change)
 {
     // The library may call from a thread of its own; the album's state lives on the main one.
     QMetaObject::invokeMethod(this, [this, change] {
-        if (!m_assetCollection)
+        if (!m_assetCollection) {
+            // An album made after start-up, or made again after it was deleted, is
+            // adopted as soon as it appears.
+            fetchAssets();
+            if (m_assetCollection)
+                loadLoggedExposures();
             return;
+        }
         const auto details = change.changeDetails(*m_assetCollection);
         if (!details)
             return;

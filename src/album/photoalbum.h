@@ -28,6 +28,11 @@ namespace kestrum {
 /// at the previous load is not read again: its exposure from then is used. Photos that
 /// cannot be read, or carry no exposure, are left out.
 ///
+/// An album that appears after start-up (made by another program, or made again after
+/// being deleted) is adopted when the library announces it; one deleted between finding
+/// it and adding a photo is made again by that save. A library that stays undecided after
+/// being asked for access counts as denied.
+///
 /// Lives on the main thread. The library and the metadata reader must outlive it;
 /// destroying it waits for the photos being read.
 class PhotoAlbum : public QObject, private PhotoLibraryChangeObserver {
@@ -96,7 +101,8 @@ private:
     };
 
     void photoLibraryDidChange(const PhotoLibraryChange& change) override;
-    QFuture<void> judgeAuthorization(PhotoLibraryAuthorization status);
+    QFuture<void> judgeAuthorization(PhotoLibraryAuthorization status, bool answered = false);
+    QFuture<QString> addToAlbum(const QString& filePath, bool mayMakeAlbumAgain);
     void fetchAlbum();
     QFuture<void> findOrCreateAlbum();
     QFuture<void> createAlbum();

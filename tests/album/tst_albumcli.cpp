@@ -26,7 +26,7 @@ class AlbumCliTest : public QObject {
     const Exiv2ImageMetadata m_metadata;
     std::unique_ptr<QTemporaryDir> m_dir;
 
-    QString album() const { return m_dir->filePath("pictures/Kestrum/Kestrum"); }
+    QString album() const { return m_dir->filePath("pictures/Kestrum"); }
 
     Run run(const QString& program, const QStringList& arguments)
     {
@@ -117,6 +117,13 @@ private slots:
         QTest::newRow("exposure time 0 stops the reader")
             << loggedJpeg(m_metadata, exposureMetadata("200", "2.8", "fast", 0))
             << QByteArray("exposure time of 0.0 s");
+        QTest::newRow("another camera's exposure time 0 does not")
+            << loggedJpeg(m_metadata, {{"{Exif}", QVariantMap{{"ISOSpeed", 200},
+                                                              {"FNumber", 2.8},
+                                                              {"ExposureTime", 0.0},
+                                                              {"ExposureBiasValue", 0.0}}},
+                                       {"{TIFF}", QVariantMap{{"Model", "Other Camera"}}}})
+            << QByteArray("not a logged photo");
     }
 
     void readRefuses()
@@ -152,11 +159,57 @@ private slots:
         QCOMPARE(cli(arguments).exitCode, 2);
     }
 
-    void logFailsOnAnUnreadableImage()
+    // Opened, the album takes in the photos of the folder earlier versions used, and
+    // leaves out what it cannot show rather than stopping.
+    void albumMovesOldPhotosUpAndSkipsOthers()
     {
-        const Run logged = cli({"log", m_dir->filePath("missing.png"), "--iso", "200", "--aperture",
-                                "2.8", "--speed", "500", "--compensation", "0"});
+        const Run logged = cli({"log", scene(), "--iso", "200", "--aperture", "2.8", "--speed",
+                                "500", "--compensation", "0"});
+        QCOMPARE(logged.exitCode, 0);
+        const QString first = logged.json().object().value("localIdentifier").toString();
+        QVERIFY(QDir().mkpath(album() + "/Kestrum"));
+        QVERIFY(QFile::copy(album() + "/" + first, album() + "/Kestrum/old.jpeg"));
+        const QString camera = album() + "/camera.jpeg";
+        QVERIFY(writeFile(camera, plainJpeg()));
+        const Run tagged =
+            run("exiftool", {"-q", "-overwrite_original", "-ExposureTime=0", "-ISOSpeed=200",
+                             "-FNumber=2.8", "-ExposureCompensation=0", "-Model=Other", camera});
+        QCOMPARE(tagged.exitCode, 0);
+
+        const Run listed = cli({"album"});
+        QCOMPARE(listed.err, QByteArray());
+        QCOMPARE(listed.exitCode, 0);
+        QStringList identifiers;
+        for (const QJsonValue& exposure : listed.json().array())
+            identifiers.append(exposure.toObject().value("localIdentifier").toString());
+        identifiers.sort();
+        QCOMPARE(identifiers, (QStringList{first, "old.jpeg"}));
+        QVERIFY(!QFileInfo::exists(album() + "/Kestrum"));
+    }
+
+    void logFails_data()
+    {
+        QTest::addColumn<QString>("image");
+        QTest::addColumn<QString>("picturesLinkTo"); // empty: no link, the folder is made
+        QTest::addColumn<QByteArray>("message");
+        QTest::newRow("unreadable image") << "missing.png"
+                                          << "" << QByteArray("cannot read");
+        QTest::newRow("Pictures a link to nowhere") << "scene.png"
+                                                    << "nowhere" << QByteArray("no permission");
+    }
+
+    void logFails()
+    {
+        QFETCH(QString, image);
+        QFETCH(QString, picturesLinkTo);
+        QFETCH(QByteArray, message);
+        scene();
+        if (!picturesLinkTo.isEmpty())
+            QVERIFY(QFile::link(m_dir->filePath(picturesLinkTo), m_dir->filePath("pictures")));
+        const Run logged = cli({"log", m_dir->filePath(image), "--iso", "200", "--aperture", "2.8",
+                                "--speed", "500", "--compensation", "0"});
         QCOMPARE(logged.exitCode, 1);
+        QVERIFY2(logged.err.contains(message), logged.err);
         QVERIFY(!QDir(album()).exists() || QDir(album()).isEmpty());
     }
 };

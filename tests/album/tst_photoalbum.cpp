@@ -82,6 +82,7 @@ private slots:
         QTest::newRow("asked, granted") << notDetermined << authorized << none << 1;
         QTest::newRow("asked, refused") << notDetermined << denied << no << 1;
         QTest::newRow("asked, limited") << notDetermined << limited << part << 1;
+        QTest::newRow("asked, still undecided") << notDetermined << notDetermined << no << 1;
     }
 
     void checkAuthorization()
@@ -209,6 +210,13 @@ private slots:
         QTRY_VERIFY(again.isFinished());
         QCOMPARE(albumError(again), std::nullopt);
         QCOMPARE(library.albumCreations(), 2);
+
+        // Deleted before the library could tell: the save makes it again all the same.
+        library.removeAlbum(*library.fetchAlbum("Kestrum"));
+        const auto unannounced = album.save(loggedFile());
+        QTRY_VERIFY(unannounced.isFinished());
+        QCOMPARE(albumError(unannounced), std::nullopt);
+        QCOMPARE(library.albumCreations(), 3);
     }
 };
 

@@ -16,6 +16,7 @@
 #include <cstring>
 #include <memory>
 
+#include <fcntl.h>
 #include <unistd.h>
 
 namespace kestrum {
@@ -29,6 +30,15 @@ namespace key = imageproperty;
 constexpr auto kNamePrefix = "Kestrum-";
 constexpr auto kNameTimeFormat = "yyyyMMdd-HHmmss-zzz";
 constexpr auto kTemporaryTemplate = "/.kestrum-XXXXXX.part";
+constexpr auto kTemporaryNameFilter = ".kestrum-*.part";
+// Older than any addition still under way (one takes well under a second): left behind by
+// a run that ended in the middle of one.
+constexpr qint64 kStaleTemporaryAgeMs = 60'000;
+// Until now the library was the folder "Kestrum" in Pictures, so the app's album was
+// Pictures/Kestrum/Kestrum; it is Pictures/Kestrum now.
+constexpr auto kFormerAlbumFolder = "Kestrum/Kestrum";
+constexpr char kJpegStart[] = {'\xFF', '\xD8'};
+constexpr char kJpegEnd[] = {'\xFF', '\xD9'};
 constexpr auto kExifDateFormat = "yyyy:MM:dd HH:mm:ss";
 constexpr auto kDefaultSuffix = "jpeg";
 constexpr int kMaximumNameAttempts = 1000;
@@ -108,17 +118,76 @@ QString systemError()
     return QString::fromLocal8Bit(std::strerror(errno));
 }
 
+// Flushes the entries of `folder` (names added, renamed or removed) to disk.
+void syncFolder(const QString& folder)
+{
+    const int descriptor =
+        ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0 || ::fsync(descriptor) != 0)
+        qCWarning(lcPhotoLibrary) << "cannot flush" << folder << "to disk:" << systemError();
+    if (descriptor >= 0)
+        ::close(descriptor);
+}
+
+// Whether the file is whole as far as can be told without reading it all: a JPEG ends in
+// its end-of-image marker, which one still being copied in lacks. Other formats pass.
+bool endsWhole(const QString& filePath)
+{
+    QFile file(filePath);
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    if (file.read(sizeof kJpegStart) != QByteArrayView(kJpegStart, sizeof kJpegStart))
+        return true;
+    const qint64 sizeBytes = file.size();
+    return sizeBytes >= qint64(sizeof kJpegStart + sizeof kJpegEnd) &&
+           file.seek(sizeBytes - qint64(sizeof kJpegEnd)) &&
+           file.read(sizeof kJpegEnd) == QByteArrayView(kJpegEnd, sizeof kJpegEnd);
+}
+
+void removeStaleTemporaries(const QString& folder, const QDateTime& now)
+{
+    const QFileInfoList temporaries = QDir(folder).entryInfoList(
+        {QLatin1String(kTemporaryNameFilter)}, QDir::Files | QDir::Hidden | QDir::System);
+    for (const QFileInfo& file : temporaries) {
+        if (file.lastModified().msecsTo(now) > kStaleTemporaryAgeMs &&
+            !QFile::remove(file.absoluteFilePath())) {
+            qCWarning(lcPhotoLibrary) << "cannot remove" << file.absoluteFilePath();
+        }
+    }
+}
+
+// Moves `file` into `folder` under its own name, or with "-1", "-2"… before its suffix
+// when that is taken; never over another file.
+bool moveUnderFreeName(const QFileInfo& file, const QString& folder)
+{
+    for (int attempt = 0; attempt < kMaximumNameAttempts; ++attempt) {
+        const QString name = attempt == 0 ? file.fileName()
+                                          : QStringLiteral("%1-%2.%3")
+                                                .arg(file.completeBaseName())
+                                                .arg(attempt)
+                                                .arg(file.suffix());
+        const QString target = folder + QLatin1Char('/') + name;
+        if (QFile::rename(file.absoluteFilePath(), target))
+            return true;
+        if (!QFileInfo::exists(target))
+            return false;
+    }
+    return false;
+}
+
 } // namespace
 
 FolderPhotoLibrary::FolderPhotoLibrary(QString rootPath, const ImageMetadata& metadata,
                                        QObject* parent)
     : QObject(parent)
-    , m_rootPath(QDir::cleanPath(std::move(rootPath)))
+    , m_rootPath(QDir(rootPath).absolutePath())
     , m_metadata(metadata)
 {
     m_changeQueue.setMaxThreadCount(1);
     connect(&m_watcher, &QFileSystemWatcher::directoryChanged, this,
             &FolderPhotoLibrary::onDirectoryChanged);
+    connect(&m_watcher, &QFileSystemWatcher::fileChanged, this, &FolderPhotoLibrary::onFileChanged);
+    tidyUp();
     watchAlbums();
 }
 
@@ -134,7 +203,33 @@ QString FolderPhotoLibrary::defaultRootPath()
         pictures = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
     if (pictures.isEmpty())
         pictures = QDir::home().filePath(QStringLiteral("Pictures"));
-    return QDir(pictures).filePath(QLatin1String(kLibraryFolderName));
+    return pictures;
+}
+
+void FolderPhotoLibrary::tidyUp()
+{
+    const QDateTime now = QDateTime::currentDateTime();
+    const QFileInfo former(m_rootPath + QLatin1Char('/') + QLatin1String(kFormerAlbumFolder));
+    if (former.isDir()) {
+        const QString folder = former.absolutePath();
+        removeStaleTemporaries(former.filePath(), now);
+        bool moved = false;
+        for (const QFileInfo& file : QDir(former.filePath()).entryInfoList(QDir::Files)) {
+            if (!isPhotoFile(file))
+                continue;
+            if (moveUnderFreeName(file, folder))
+                moved = true;
+            else
+                qCWarning(lcPhotoLibrary) << "cannot move" << file.filePath() << "into" << folder;
+        }
+        if (moved) {
+            syncFolder(folder);
+            syncFolder(former.filePath());
+        }
+        QDir(folder).rmdir(former.fileName()); // only when nothing else is left in it
+    }
+    for (const QString& album : QDir(m_rootPath).entryList(QDir::Dirs | QDir::NoDotAndDotDot))
+        removeStaleTemporaries(albumPath(album), now);
 }
 
 std::optional<QDateTime> FolderPhotoLibrary::creationDate(const QString& filePath,
@@ -158,6 +253,9 @@ PhotoLibraryAuthorization FolderPhotoLibrary::authorizationStatus() const
             root.isDir() && root.isReadable() && root.isWritable() && root.isExecutable();
         return usable ? PhotoLibraryAuthorization::authorized : PhotoLibraryAuthorization::denied;
     }
+    // A link to nowhere cannot be made into a folder; one that failed to be made will not be.
+    if (root.isSymLink() || m_rootNotMade)
+        return PhotoLibraryAuthorization::denied;
     // Not there yet: it can be made if the nearest existing folder above takes new entries.
     QFileInfo ancestor(root.absolutePath());
     while (!ancestor.exists() && !ancestor.isRoot())
@@ -168,8 +266,10 @@ PhotoLibraryAuthorization FolderPhotoLibrary::authorizationStatus() const
 
 QFuture<PhotoLibraryAuthorization> FolderPhotoLibrary::requestAuthorization()
 {
-    if (!QDir().mkpath(m_rootPath))
+    if (!QDir().mkpath(m_rootPath)) {
         qCWarning(lcPhotoLibrary) << "cannot create the library folder" << m_rootPath;
+        m_rootNotMade = true;
+    }
     watchAlbums();
     return QtFuture::makeReadyFuture(authorizationStatus());
 }
@@ -195,7 +295,8 @@ QFuture<void> FolderPhotoLibrary::createAlbum(const QString& title)
             throw PhotoLibraryException(Error::albumNotMade, albumPath(title));
         }
         // Watch it before anyone hears that it exists.
-        QMetaObject::invokeMethod(this, &FolderPhotoLibrary::watchAlbums, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            this, [this] { watchAlbums(); }, Qt::QueuedConnection);
     });
 }
 
@@ -254,6 +355,8 @@ QString FolderPhotoLibrary::storeCopy(const QString& sourcePath, const QString& 
         if (temporary.rename(target)) {
             temporary.setAutoRemove(false);
             temporary.close();
+            // The name is the folder's to keep: flushed, the photo survives a power cut.
+            syncFolder(folder);
             QMutexLocker locker(&m_indexMutex);
             m_pathOfIdentifier.insert(name, target);
             return name;
@@ -282,14 +385,26 @@ PhotoLibraryAsset FolderPhotoLibrary::indexed(const QString& filePath) const
         modified,
         {},
         QStringLiteral("%1@%2").arg(sizeBytes).arg(modified.toMSecsSinceEpoch())};
+    bool whole = false;
     if (const auto properties = m_metadata.fileProperties(filePath)) {
         asset.creationDate = exifCreationDate(*properties).value_or(modified);
         asset.pixelSize = QSize(properties->value(key::kPixelWidth).toInt(),
                                 properties->value(key::kPixelHeight).toInt());
+        whole = endsWhole(filePath);
     }
     QMutexLocker locker(&m_indexMutex);
     m_index.insert(filePath, {sizeBytes, modified, asset});
     m_pathOfIdentifier.insert(asset.localIdentifier, filePath);
+    // A file not read whole may still be on its way in: it is watched until it is whole.
+    const bool watchChanges =
+        whole ? m_incompleteFiles.remove(filePath) : !m_incompleteFiles.contains(filePath);
+    if (!whole)
+        m_incompleteFiles.insert(filePath);
+    if (watchChanges && !std::exchange(m_fileWatchUpdateQueued, true)) {
+        // The watcher belongs to this object's thread; reads may run on any.
+        QMetaObject::invokeMethod(const_cast<FolderPhotoLibrary*>(this),
+                                  &FolderPhotoLibrary::watchIncompleteFiles, Qt::QueuedConnection);
+    }
     return asset;
 }
 
@@ -367,27 +482,89 @@ void FolderPhotoLibrary::unregisterChangeObserver(PhotoLibraryChangeObserver* ob
     m_observers.removeAll(observer);
 }
 
-void FolderPhotoLibrary::watchAlbums()
+QStringList FolderPhotoLibrary::watchAlbums()
 {
-    const QDir root(m_rootPath);
-    if (!root.exists())
+    // Until the library folder exists, the nearest folder above it that does is watched
+    // for it to appear.
+    QString nearest = m_rootPath;
+    while (!QFileInfo(nearest).isDir() && !QFileInfo(nearest).isRoot())
+        nearest = QFileInfo(nearest).absolutePath();
+    QSet<QString> wanted{nearest};
+    if (nearest == m_rootPath) {
+        for (const QString& album : QDir(m_rootPath).entryList(QDir::Dirs | QDir::NoDotAndDotDot))
+            wanted.insert(albumPath(album));
+    }
+    const QStringList watchedList = m_watcher.directories();
+    const QSet<QString> watched(watchedList.cbegin(), watchedList.cend());
+    const QSet<QString> unwanted = watched - wanted;
+    if (!unwanted.isEmpty())
+        m_watcher.removePaths(unwanted.values());
+    QStringList added = (wanted - watched).values();
+    if (!added.isEmpty())
+        m_watcher.addPaths(added);
+    added.removeIf([this](const QString& path) { return !isAlbumPath(path); });
+    return added;
+}
+
+bool FolderPhotoLibrary::isAlbumPath(const QString& path) const
+{
+    return path.size() > m_rootPath.size() + 1 && path.startsWith(m_rootPath) &&
+           path.at(m_rootPath.size()) == QLatin1Char('/') &&
+           path.indexOf(QLatin1Char('/'), m_rootPath.size() + 1) < 0;
+}
+
+void FolderPhotoLibrary::watchIncompleteFiles()
+{
+    QSet<QString> incomplete;
+    {
+        QMutexLocker locker(&m_indexMutex);
+        m_fileWatchUpdateQueued = false;
+        incomplete = m_incompleteFiles;
+    }
+    const QStringList watchedList = m_watcher.files();
+    const QSet<QString> watched(watchedList.cbegin(), watchedList.cend());
+    const QSet<QString> whole = watched - incomplete;
+    if (!whole.isEmpty())
+        m_watcher.removePaths(whole.values());
+    const QStringList added = (incomplete - watched).values();
+    if (added.isEmpty())
         return;
-    QStringList paths{m_rootPath};
-    for (const QString& album : root.entryList(QDir::Dirs | QDir::NoDotAndDotDot))
-        paths.append(albumPath(album));
-    const QStringList watched = m_watcher.directories();
-    paths.removeIf([&watched](const QString& path) { return watched.contains(path); });
-    if (!paths.isEmpty())
-        m_watcher.addPaths(paths);
+    m_watcher.addPaths(added);
+    // One that changed between being read and being watched would go unnoticed.
+    for (const QString& path : added)
+        onFileChanged(path);
 }
 
 void FolderPhotoLibrary::onDirectoryChanged(const QString& path)
 {
-    if (path == m_rootPath) {
-        watchAlbums();
+    if (isAlbumPath(path)) {
+        noteChange(QFileInfo(path).fileName());
         return;
     }
-    m_changedAlbums.insert(QFileInfo(path).fileName());
+    // The library folder, or one above it: albums may have come.
+    for (const QString& album : watchAlbums())
+        noteChange(QFileInfo(album).fileName());
+}
+
+void FolderPhotoLibrary::onFileChanged(const QString& path)
+{
+    const QFileInfo file(path);
+    bool changed = true;
+    {
+        QMutexLocker locker(&m_indexMutex);
+        const auto found = m_index.constFind(path);
+        if (!file.exists())
+            m_incompleteFiles.remove(path);
+        else if (found != m_index.constEnd())
+            changed = found->sizeBytes != file.size() || found->modified != file.lastModified();
+    }
+    if (changed)
+        noteChange(QFileInfo(file.absolutePath()).fileName());
+}
+
+void FolderPhotoLibrary::noteChange(const QString& albumTitle)
+{
+    m_changedAlbums.insert(albumTitle);
     if (m_changedAlbums.size() == 1)
         QTimer::singleShot(0, this, &FolderPhotoLibrary::announceChanges);
 }
@@ -397,8 +574,10 @@ void FolderPhotoLibrary::announceChanges()
     PhotoLibraryChange change;
     for (const QString& title : std::exchange(m_changedAlbums, {}))
         change.addAlbum(title, {fetchAlbum(title)});
-    // A deleted album folder drops out of the watch; one made again is watched anew.
-    watchAlbums();
+    // A deleted album folder drops out of the watch; one made again is watched anew, and
+    // is news of its own.
+    for (const QString& album : watchAlbums())
+        noteChange(QFileInfo(album).fileName());
     const auto observers = m_observers;
     for (PhotoLibraryChangeObserver* observer : observers) {
         if (m_observers.contains(observer))

@@ -4,6 +4,7 @@
 #include "platform/photos/folderphotolibrary.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QProcess>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -37,6 +38,26 @@ struct Mount {
     }
 };
 
+// Every file under `folder`, hidden ones too, by relative path.
+QStringList tree(const QString& folder)
+{
+    QStringList files;
+    QDirIterator it(folder, QDir::Files | QDir::Hidden | QDir::System,
+                    QDirIterator::Subdirectories);
+    while (it.hasNext())
+        files.append(QDir(folder).relativeFilePath(it.next()));
+    files.sort();
+    return files;
+}
+
+QStringList identifiers(const PhotoAlbum& album)
+{
+    QStringList result;
+    for (const auto& exposure : album.loggedExposures())
+        result.append(exposure.localIdentifier());
+    return result;
+}
+
 bool canWriteIn(const QString& folder)
 {
     QFile probe(folder + "/.probe");
@@ -47,7 +68,8 @@ bool canWriteIn(const QString& folder)
 
 } // namespace
 
-// The photo library as a folder: permission, safe copies, dates, damage, outside changes.
+// The photo library as a folder: permission, safe copies, dates, damage, outside changes,
+// tidying up after earlier runs.
 class FolderPhotoLibraryTest : public QObject {
     Q_OBJECT
 
@@ -82,7 +104,7 @@ private slots:
     {
         m_dir = std::make_unique<QTemporaryDir>();
         QVERIFY(m_dir->isValid());
-        m_root = m_dir->filePath("Pictures/Kestrum");
+        m_root = m_dir->filePath("home/Pictures");
         m_album = m_root + "/Kestrum";
     }
 
@@ -90,30 +112,47 @@ private slots:
 
     void authorization_data()
     {
-        QTest::addColumn<QString>("inTheWay"); // a file at this path in the dir
+        QTest::addColumn<QString>("rootAt"); // where the library goes, in the dir
+        QTest::addColumn<QString>("fileAt"); // a file in the way, or empty
+        QTest::addColumn<QString>("linkAt"); // a link to nowhere in the way, or empty
         QTest::addColumn<Authorization>("before");
         QTest::addColumn<Authorization>("after");
-        QTest::newRow("not made yet")
-            << "" << Authorization::notDetermined << Authorization::authorized;
+        const QString pictures = "home/Pictures", none;
+        using enum PhotoLibraryAuthorization;
+        QTest::newRow("not made yet") << pictures << none << none << notDetermined << authorized;
         QTest::newRow("a file where the library goes")
-            << "Pictures/Kestrum" << Authorization::denied << Authorization::denied;
-        QTest::newRow("a file where Pictures goes")
-            << "Pictures" << Authorization::denied << Authorization::denied;
+            << pictures << pictures << none << denied << denied;
+        QTest::newRow("a file where its parent goes")
+            << pictures << "home" << none << denied << denied;
+        QTest::newRow("a link to nowhere where the library goes")
+            << pictures << none << pictures << denied << denied;
+        QTest::newRow("a name too long to make")
+            << "home/" + QString(300, 'x') << none << none << notDetermined << denied;
     }
 
     void authorization()
     {
-        QFETCH(QString, inTheWay);
-        QFETCH(Authorization, before);
+        QFETCH(QString, rootAt);
+        QFETCH(QString, fileAt);
+        QFETCH(QString, linkAt);
         QFETCH(Authorization, after);
-        if (!inTheWay.isEmpty()) {
-            QDir().mkpath(QFileInfo(m_dir->filePath(inTheWay)).path());
-            QVERIFY(writeFile(m_dir->filePath(inTheWay), "x"));
-        }
-        FolderPhotoLibrary library(m_root, m_metadata);
-        QCOMPARE(library.authorizationStatus(), before);
+        const QString blocker = m_dir->filePath(fileAt + linkAt);
+        QVERIFY(QDir().mkpath(QFileInfo(blocker).path()));
+        if (!fileAt.isEmpty())
+            QVERIFY(writeFile(blocker, "x"));
+        if (!linkAt.isEmpty())
+            QVERIFY(QFile::link(m_dir->filePath("nowhere"), blocker));
+        const QString root = m_dir->filePath(rootAt);
+        FolderPhotoLibrary library(root, m_metadata);
+        QTEST(library.authorizationStatus(), "before");
         QCOMPARE(library.requestAuthorization().result(), after);
-        QCOMPARE(QFileInfo(m_root).isDir(), after == Authorization::authorized);
+        QCOMPARE(library.authorizationStatus(), after);
+        QCOMPARE(QFileInfo(root).isDir(), after == Authorization::authorized);
+
+        // Denied, the first log fails with "no permission" rather than asking forever.
+        PhotoAlbum album(library, m_metadata);
+        const QString saved = saveInto(album, source("a.jpeg", loggedJpeg(m_metadata, exposure())));
+        QCOMPARE(saved.startsWith("failed: no permission"), after == Authorization::denied);
     }
 
     void savesDatedCopiesUnderNewNamesAndKeepsAPhotosOwnDate()
@@ -151,10 +190,23 @@ private slots:
                  QDateTime(QDate(2020, 1, 2), QTime(3, 4, 5)));
     }
 
-    void skipsFilesItCannotRead()
+    void skipsFilesItCannotReadUntilTheyCan()
     {
         QVERIFY(QDir().mkpath(m_album));
         const QByteArray logged = loggedJpeg(m_metadata, exposure());
+        // Another camera's photo whose exposure time has no speed: not the meter's to vouch for.
+        const auto timeZero = [this](const QVariant& model) {
+            ImageProperties properties{
+                {key::kExifDictionary, QVariantMap{{key::kISOSpeed, 200},
+                                                   {key::kFNumber, 2.8},
+                                                   {key::kExposureTime, 0.0},
+                                                   {key::kExposureBiasValue, 0.0}}}};
+            if (model.isValid())
+                properties.insert(key::kTIFFDictionary, QVariantMap{{key::kModel, model}});
+            return loggedJpeg(m_metadata, properties);
+        };
+        QVERIFY(writeFile(m_album + "/other camera.jpeg", timeZero("Other Camera")));
+        QVERIFY(writeFile(m_album + "/no camera.jpeg", timeZero(QVariant())));
         QByteArray damagedHeader = logged;
         damagedHeader.replace(0, 64, QByteArray(64, '\x5A'));
         const auto large = m_metadata.merged(noisyJpeg(QSize(200, 150)), exposure());
@@ -169,11 +221,87 @@ private slots:
 
         FolderPhotoLibrary library(m_root, m_metadata);
         PhotoAlbum album(library, m_metadata);
-        QTRY_COMPARE(album.loggedExposures().size(), 1);
-        QCOMPARE(album.loggedExposures().first().localIdentifier(), "logged.jpeg");
+        QTRY_COMPARE(identifiers(album), QStringList{"logged.jpeg"});
         const auto empty = album.fullSizeImage("empty.jpeg");
         QTRY_VERIFY(empty.isFinished());
         QVERIFY(!empty.result());
+
+        // A copy written in parts (scp, say) shows once it is whole.
+        QTRY_VERIFY(album.loading().isFinished());
+        QSignalSpy reloaded(&album, &PhotoAlbum::loggedExposuresChanged);
+        const QString slow = m_album + "/slow.jpeg";
+        QVERIFY(writeFile(slow, large->left(large->size() / 2)));
+        QVERIFY(reloaded.wait()); // read while still in parts
+        QFile rest(slow);
+        QVERIFY(rest.open(QIODevice::Append));
+        QVERIFY(rest.write(large->mid(large->size() / 2)) > 0);
+        rest.close();
+        QTRY_COMPARE(identifiers(album), (QStringList{"slow.jpeg", "logged.jpeg"}));
+    }
+
+    void startUpTidiesUp_data()
+    {
+        QTest::addColumn<QStringList>("before"); // in the library; "@S": S seconds old
+        QTest::addColumn<QStringList>("after");
+        QTest::newRow("the former album's photos move up under free names")
+            << QStringList{"Kestrum/Kestrum/a.jpeg", "Kestrum/Kestrum/b.jpeg", "Kestrum/b.jpeg"}
+            << QStringList{"Kestrum/a.jpeg", "Kestrum/b-1.jpeg", "Kestrum/b.jpeg"};
+        QTest::newRow("the former album keeps what is not a photo")
+            << QStringList{"Kestrum/Kestrum/a.jpeg", "Kestrum/Kestrum/notes.txt"}
+            << QStringList{"Kestrum/Kestrum/notes.txt", "Kestrum/a.jpeg"};
+        QTest::newRow("temporary files older than a minute go")
+            << QStringList{"Kestrum/.kestrum-old.part@90", "Kestrum/.kestrum-new.part@10",
+                           "Kestrum/.other.part@90", "Holiday/.kestrum-old.part@600",
+                           "Kestrum/Kestrum/.kestrum-old.part@90"}
+            << QStringList{"Kestrum/.kestrum-new.part", "Kestrum/.other.part"};
+    }
+
+    void startUpTidiesUp()
+    {
+        QFETCH(QStringList, before);
+        QFETCH(QStringList, after);
+        for (const QString& entry : before) {
+            const QString path = m_root + "/" + entry.section('@', 0, 0);
+            QVERIFY(QDir().mkpath(QFileInfo(path).path()));
+            QFile file(path);
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(path.toUtf8()) > 0 &&
+                    file.flush());
+            const int ageS = entry.section('@', 1).toInt();
+            QVERIFY(file.setFileTime(QDateTime::currentDateTime().addSecs(-ageS),
+                                     QFileDevice::FileModificationTime));
+        }
+        FolderPhotoLibrary library(m_root, m_metadata);
+        QCOMPARE(tree(m_root), after);
+        QCOMPARE(QFileInfo::exists(m_album + "/Kestrum"),
+                 after.filter("Kestrum/Kestrum/").size() > 0);
+    }
+
+    // Made after start-up (as kestrum-cli log makes it), or deleted and made again.
+    void followsTheAlbumFolder_data()
+    {
+        QTest::addColumn<bool>("libraryExists");
+        QTest::newRow("album made later") << true;
+        QTest::newRow("library made later") << false;
+    }
+
+    void followsTheAlbumFolder()
+    {
+        QFETCH(bool, libraryExists);
+        QVERIFY(!libraryExists || QDir().mkpath(m_root));
+        FolderPhotoLibrary library(m_root, m_metadata);
+        PhotoAlbum album(library, m_metadata);
+        const QByteArray logged = loggedJpeg(m_metadata, exposure());
+        QVERIFY(QDir().mkpath(m_album) && writeFile(m_album + "/first.jpeg", logged));
+        QTRY_COMPARE(identifiers(album), QStringList{"first.jpeg"});
+        QVERIFY(QDir(m_album).removeRecursively());
+        QVERIFY(QDir().mkpath(m_album) && writeFile(m_album + "/second.jpeg", logged));
+        QTRY_COMPARE(identifiers(album), QStringList{"second.jpeg"});
+
+        // Deleted under a save, the folder is made again by it.
+        QVERIFY(QDir(m_album).removeRecursively());
+        const QString saved = saveInto(album, source("third.jpeg", logged));
+        QVERIFY2(QFileInfo(m_album + "/" + saved).isFile(), qPrintable(saved));
+        QTRY_COMPARE(identifiers(album), QStringList{saved});
     }
 
     void failedSavesLeaveNothingBehind_data()
