@@ -13,6 +13,7 @@
 #include <QGuiApplication>
 #include <QLoggingCategory>
 #include <QPointer>
+#include <QTemporaryDir>
 #include <QUrl>
 
 #include <algorithm>
@@ -76,12 +77,18 @@ ImageProperties withOrientation(ImageProperties properties, CameraFrame::Orienta
     return properties;
 }
 
-// Writes the logged photo's file; nothing, with the reason logged, when that fails.
+// Writes the logged photo's file into `directory`; nothing, with the reason logged, when
+// that fails.
 std::optional<QString> writeCaptureFile(const QImage& image, const ImageProperties& properties,
-                                        const ImageMetadata& metadata)
+                                        const ImageMetadata& metadata,
+                                        const QTemporaryDir& directory)
 {
+    if (!directory.isValid()) {
+        qCWarning(lcCamera) << "Capture failed:" << directory.errorString();
+        return std::nullopt;
+    }
     try {
-        return writeLoggedPhotoFile(image, properties, metadata, QDir::tempPath());
+        return writeLoggedPhotoFile(image, properties, metadata, directory.path());
     } catch (const LoggedPhotoFileException& error) {
         qCWarning(lcCamera) << "Capture failed:" << error.what();
         return std::nullopt;
@@ -398,12 +405,16 @@ void CameraController::capture(const CameraFrame& frame)
     const ImageMetadata* metadata = &m_metadata;
     QFuture<QVariantMap> properties =
         m_getMetadata ? m_getMetadata() : QtFuture::makeReadyFuture(QVariantMap());
+    // Each photo gets a folder of its own until the album has its copy: two photos logged
+    // in quick succession must not write over each other's file.
+    const auto directory =
+        std::make_shared<QTemporaryDir>(QDir::temp().filePath(QStringLiteral("kestrum-XXXXXX")));
     properties
         .then(&m_captureWriter,
-              [image = frame.image, orientation = frame.orientation,
-               metadata](const QVariantMap& properties) {
+              [image = frame.image, orientation = frame.orientation, metadata,
+               directory](const QVariantMap& properties) {
                   return writeCaptureFile(image, withOrientation(properties, orientation),
-                                          *metadata);
+                                          *metadata, *directory);
               })
         .then(this,
               [album](const std::optional<QString>& path) {
@@ -414,7 +425,7 @@ void CameraController::capture(const CameraFrame& frame)
                   return album->save(QUrl::fromLocalFile(*path));
               })
         .unwrap()
-        .then(this, [this, continuation](QFuture<QString> saved) {
+        .then(this, [this, continuation, directory](QFuture<QString> saved) {
             try {
                 saved.waitForFinished();
                 if (saved.isCanceled())

@@ -507,7 +507,6 @@ private slots:
     void loggedPhotoCarriesTheMeteredExposure()
     {
         QFETCH(CameraFrame::Orientation, orientation);
-        QFile::remove(captureFile());
         Rig rig;
         rig.start();
         int metadataRequests = 0;
@@ -530,11 +529,15 @@ private slots:
         QCOMPARE(rig.consumed.size(), 1);
         const auto album = rig.library.fetchAlbum(PhotoAlbum::kAlbumTitle);
         QVERIFY(album);
-        QCOMPARE(rig.library.fetchAssets(*album).size(), 1);
+        const QList<PhotoLibraryAsset> assets = rig.library.fetchAssets(*album);
+        QCOMPARE(assets.size(), 1);
+        QCOMPARE(temporaryFiles(), QStringList()); // the photo's own file is gone again
 
-        QProcess exiftool;
+        QProcess exiftool; // reads the album's copy from its standard input
         exiftool.start("exiftool", {"-json", "-n", "-ISO", "-FNumber", "-ExposureTime",
-                                    "-ImageWidth", "-ImageHeight", "-Orientation", captureFile()});
+                                    "-ImageWidth", "-ImageHeight", "-Orientation", "-"});
+        exiftool.write(rig.library.storedDataReader(assets.first())());
+        exiftool.closeWriteChannel();
         QVERIFY2(exiftool.waitForFinished(), "exiftool (libimage-exiftool-perl) must be installed");
         const QJsonObject tags =
             QJsonDocument::fromJson(exiftool.readAllStandardOutput()).array().first().toObject();
@@ -548,7 +551,6 @@ private slots:
 
     void albumPermissionFailureCapturesNothing()
     {
-        QFile::remove(captureFile());
         Rig rig;
         rig.start();
         rig.library.setAuthorizationStatus(PhotoLibraryAuthorization::denied);
@@ -565,7 +567,7 @@ private slots:
         rig.device->pushFrame(greyFrame());
         QCoreApplication::processEvents();
         QVERIFY(!asked);
-        QVERIFY(!QFile::exists(captureFile()));
+        QCOMPARE(temporaryFiles(), QStringList());
     }
 
     void captureFailures_data()
@@ -599,6 +601,42 @@ private slots:
         }
     }
 
+    // Two photos whose metadata (the location fix) arrives only after both frames came:
+    // each keeps its own frame.
+    void twoLogsInQuickSuccessionKeepTheirOwnFrames()
+    {
+        Rig rig;
+        rig.start();
+        QList<std::shared_ptr<QPromise<QVariantMap>>> fixes;
+        rig.controller->setGetMetadata([&fixes] {
+            fixes.append(std::make_shared<QPromise<QVariantMap>>());
+            fixes.last()->start();
+            return fixes.last()->future();
+        });
+        QList<QFuture<void>> logged;
+        for (const QRgb colour : {qRgb(0, 0, 0), qRgb(255, 255, 255)}) {
+            logged.append(rig.controller->logExposure());
+            QCoreApplication::processEvents(); // the permission check answers
+            CameraFrame frame = greyFrame();
+            frame.image.fill(colour);
+            rig.device->pushFrame(frame);
+        }
+        QCOMPARE(fixes.size(), 2);
+        for (const auto& fix : fixes) {
+            fix->addResult(QVariantMap());
+            fix->finish();
+        }
+        QTRY_VERIFY(logged.at(0).isFinished() && logged.at(1).isFinished());
+        const auto assets =
+            rig.library.fetchAssets(*rig.library.fetchAlbum(PhotoAlbum::kAlbumTitle));
+        QCOMPARE(assets.size(), 2);
+        QSet<QRgb> colours;
+        for (const PhotoLibraryAsset& asset : assets)
+            colours.insert(QImage::fromData(rig.library.storedDataReader(asset)()).pixel(0, 0));
+        QCOMPARE(colours.size(), 2);
+        QVERIFY(colours.contains(qRgb(0, 0, 0)) && colours.contains(qRgb(255, 255, 255)));
+    }
+
     void aSecondLogBeforeTheFrameReplacesTheFirst()
     {
         Rig rig;
@@ -618,7 +656,10 @@ private slots:
     }
 
 private:
-    QString captureFile() const { return QDir(QDir::tempPath()).filePath("Kestrum.jpeg"); }
+    static QStringList temporaryFiles()
+    {
+        return QDir::temp().entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
+    }
 
     QTemporaryDir m_temp;
 };
