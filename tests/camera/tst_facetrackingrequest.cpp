@@ -1,4 +1,3 @@
-#include "camera/facetrackingpass.h"
 #include "camera/facetrackingrequest.h"
 
 #include <QTest>
@@ -68,39 +67,6 @@ private slots:
         QCOMPARE(request.patch(), frame.copy(movedToResult ? kMoved : kDetected));
         QCOMPARE(request.confidence(), movedToResult ? confidence : 1.0f);
         QCOMPARE(request.detectedPatch(), frame.copy(kDetected));
-        QCOMPARE(request.id(), quint64(7));
-    }
-
-    void weakFaceIsShownOnceMoreThenGone()
-    {
-        const QImage frame = patternFrame();
-        const QList<FaceTrackingRequest> tracked{FaceTrackingRequest(0, kDetected, frame),
-                                                 FaceTrackingRequest(1, kMoved, frame)};
-
-        const auto first = FaceTrackingPass::advance(
-            tracked, {FaceTrackingResult{kDetected, 0.3f}, FaceTrackingResult{kMoved, 0.8f}},
-            frame);
-        QVERIFY(first);
-        QCOMPARE(first->requests.size(), 2);
-        QCOMPARE(first->results[0].confidence, 0.3f);
-        QVERIFY(first->requests[0].isLastFrame());
-
-        const auto second = FaceTrackingPass::advance(
-            first->requests,
-            {FaceTrackingResult{kDetected, 0.9f}, FaceTrackingResult{kMoved, 0.8f}}, frame);
-        QVERIFY(second);
-        QCOMPARE(second->requests.size(), 1);
-        QCOMPARE(second->requests[0].id(), quint64(1));
-        QCOMPARE(second->results.size(), 1);
-    }
-
-    void missingResultAbandonsTheWholeFrame()
-    {
-        const QImage frame = patternFrame();
-        const QList<FaceTrackingRequest> tracked{FaceTrackingRequest(0, kDetected, frame),
-                                                 FaceTrackingRequest(1, kMoved, frame)};
-        QVERIFY(!FaceTrackingPass::advance(
-            tracked, {FaceTrackingResult{kMoved, 0.9f}, std::nullopt}, frame));
     }
 };
 

@@ -90,16 +90,13 @@ private slots:
     }
 
     // On a list of two profiles. Exit code 0: the first profile stays first and nothing
-    // changes; otherwise a refusal that says why.
+    // changes (the rule is tst_settings'); otherwise a refusal that says why.
     void unchanged_data()
     {
         QTest::addColumn<QStringList>("arguments");
         QTest::addColumn<int>("exitCode");
         QTest::addColumn<QByteArray>("message");
         QTest::newRow("delete the first") << QStringList{"delete", "0"} << 0 << QByteArray();
-        QTest::newRow("move the first") << QStringList{"move", "0", "2"} << 0 << QByteArray();
-        QTest::newRow("move before the first")
-            << QStringList{"move", "1", "0"} << 0 << QByteArray();
         QTest::newRow("rename an unknown id")
             << QStringList{"rename", "nobody", "X"} << 1 << QByteArray("no profile with the id");
         QTest::newRow("delete beyond the list")
@@ -113,8 +110,6 @@ private slots:
         QTest::newRow("use without id") << QStringList{"use"} << 2 << QByteArray("usage:");
         QTest::newRow("use an unknown id")
             << QStringList{"use", "nobody"} << 2 << QByteArray("no profile with the id nobody");
-        QTest::newRow("use the id in another case")
-            << QStringList{"use", "DEFAULT"} << 2 << QByteArray("no profile with the id DEFAULT");
         QTest::newRow("unknown action") << QStringList{"copy"} << 2 << QByteArray("copy");
     }
 

@@ -1,15 +1,12 @@
-#include "platform/store/inipreferencestore.h"
 #include "settings/settings.h"
 #include "settings/translationcatalogue.h"
 #include "support/fakemailcomposer.h"
 #include "support/memorypreferencestore.h"
 
-#include <QFile>
 #include <QJsonObject>
 #include <QPointer>
 #include <QRegularExpression>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
 
 using namespace kestrum;
@@ -125,32 +122,6 @@ private slots:
             QCOMPARE(store.string("profiles").value_or(QString()), stored.toString());
     }
 
-    // A user's hand-edited file: an element of the array with nothing left in it.
-    void emptyElementOfTheSettingsFileIsSkipped_data()
-    {
-        QTest::addColumn<QByteArray>("profiles");
-        QTest::addColumn<QStringList>("loaded");
-        QTest::newRow("in the middle") << QByteArray("1\\default=Mine\n3\\B2=Film\nsize=3\n")
-                                       << QStringList{"default:Mine", "B2:Film"};
-        QTest::newRow("at the end") << QByteArray("1\\default=Mine\n2\\A1=Night\nsize=3\n")
-                                    << QStringList{"default:Mine", "A1:Night"};
-    }
-
-    void emptyElementOfTheSettingsFileIsSkipped()
-    {
-        QFETCH(QByteArray, profiles);
-        QFETCH(QStringList, loaded);
-        const QTemporaryDir directory;
-        QVERIFY(directory.isValid());
-        QFile file(directory.filePath("settings.ini"));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("[profiles]\n" + profiles);
-        file.close();
-        IniPreferenceStore store(file.fileName());
-        const Settings settings(store, m_mail, {});
-        QCOMPARE(words(settings.profiles()), loaded);
-    }
-
     void editProfiles_data()
     {
         QTest::addColumn<QString>("before");
@@ -218,33 +189,26 @@ private slots:
 
     void addRenameDeleteSurviveAReload()
     {
-        const QTemporaryDir directory;
-        QVERIFY(directory.isValid());
-        const QString path = directory.filePath("settings.ini");
-        QString addedID;
-        {
-            IniPreferenceStore store(path);
-            Settings settings(store, m_mail, {});
-            settings.addProfile();
-            settings.addProfile();
-            QCOMPARE(settings.profiles().size(), 3);
-            addedID = settings.profiles().at(1).id;
-            QVERIFY(QRegularExpression("^[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}$")
-                        .match(addedID)
-                        .hasMatch());
-            QCOMPARE(settings.profiles().at(1).name, "Untitled");
-            QVERIFY(settings.profiles().at(2).id != addedID);
-            QVERIFY(settings.renameProfile(addedID, "Portrait"));
-            QVERIFY(!settings.renameProfile("nobody", "X"));
-            QSignalSpy deleted(&settings, &Settings::profilesChanged);
-            settings.deleteProfiles({2});
-            QVERIFY(deleted.wait());
-        }
-        IniPreferenceStore store(path);
-        const Settings settings(store, m_mail, {});
-        QCOMPARE(words(settings.profiles()),
+        MemoryPreferenceStore store;
+        Settings settings(store, m_mail, {});
+        settings.addProfile();
+        settings.addProfile();
+        QCOMPARE(settings.profiles().size(), 3);
+        const QString addedID = settings.profiles().at(1).id;
+        QVERIFY(QRegularExpression("^[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}$")
+                    .match(addedID)
+                    .hasMatch());
+        QCOMPARE(settings.profiles().at(1).name, "Untitled");
+        QVERIFY(settings.profiles().at(2).id != addedID);
+        QVERIFY(settings.renameProfile(addedID, "Portrait"));
+        QVERIFY(!settings.renameProfile("nobody", "X"));
+        QSignalSpy deleted(&settings, &Settings::profilesChanged);
+        settings.deleteProfiles({2});
+        QVERIFY(deleted.wait());
+        const Settings reloaded(store, m_mail, {});
+        QCOMPARE(words(reloaded.profiles()),
                  (QStringList{"default:Default", addedID + ":Portrait"}));
-        QCOMPARE(settings.currentProfileID(), "default");
+        QCOMPARE(reloaded.currentProfileID(), "default");
     }
 
     void deletedProfileKeepsOnlyWhatItStored()

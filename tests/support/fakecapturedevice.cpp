@@ -4,43 +4,6 @@
 
 namespace kestrum {
 
-namespace {
-
-QString modeName(ExposureMode mode)
-{
-    switch (mode) {
-    case ExposureMode::locked:
-        return QStringLiteral("locked");
-    case ExposureMode::autoExpose:
-        return QStringLiteral("autoExpose");
-    case ExposureMode::continuousAutoExposure:
-        return QStringLiteral("continuousAutoExposure");
-    case ExposureMode::custom:
-        break;
-    }
-    return QStringLiteral("custom");
-}
-
-} // namespace
-
-void FakeCaptureDevice::setKind(Kind kind, QList<float> switchOverZoomFactors)
-{
-    m_kind = kind;
-    m_switchOverZoomFactors = std::move(switchOverZoomFactors);
-}
-
-void FakeCaptureDevice::setZoomRange(float min, float max)
-{
-    m_minZoomFactor = min;
-    m_maxZoomFactor = max;
-}
-
-void FakeCaptureDevice::setRunning(bool running)
-{
-    m_running = running;
-    emit runningChanged(running);
-}
-
 QStringList FakeCaptureDevice::calls() const
 {
     const QMutexLocker locker(&m_callsMutex);
@@ -68,8 +31,8 @@ QFuture<bool> FakeCaptureDevice::requestAccess()
 
 void FakeCaptureDevice::createInput()
 {
-    if (m_inputError)
-        throw CaptureDeviceException(*m_inputError);
+    if (m_failing == Failing::createInput)
+        throw CaptureDeviceException(QStringLiteral("/dev/video0: Permission denied"));
 }
 
 void FakeCaptureDevice::startRunning()
@@ -91,11 +54,6 @@ bool FakeCaptureDevice::lockForConfiguration(QString* error)
     return true;
 }
 
-void FakeCaptureDevice::unlockForConfiguration()
-{
-    record(QStringLiteral("unlock"));
-}
-
 void FakeCaptureDevice::setZoomFactor(float factor)
 {
     m_zoomFactor = factor;
@@ -108,11 +66,6 @@ void FakeCaptureDevice::rampToZoomFactor(float factor, float rate)
     record(QStringLiteral("ramp %1 at %2").arg(factor).arg(rate));
 }
 
-void FakeCaptureDevice::setContinuousAutoFocus()
-{
-    record(QStringLiteral("focus continuous"));
-}
-
 void FakeCaptureDevice::setExposurePointOfInterest(QPointF point)
 {
     record(QStringLiteral("point %1,%2").arg(point.x()).arg(point.y()));
@@ -120,8 +73,9 @@ void FakeCaptureDevice::setExposurePointOfInterest(QPointF point)
 
 void FakeCaptureDevice::setExposureMode(ExposureMode mode)
 {
-    m_exposureMode = mode;
-    record(QStringLiteral("exposure mode ") + modeName(mode));
+    static const char* const kNames[] = {"locked", "autoExpose", "continuousAutoExposure",
+                                         "custom"};
+    record(QStringLiteral("exposure mode ") + QLatin1String(kNames[int(mode)]));
 }
 
 void FakeCaptureDevice::setSubjectAreaChangeMonitoringEnabled(bool enabled)

@@ -29,6 +29,9 @@ public:
         std::optional<float> exposureTargetOffsetEV;
         std::optional<SensorGain> gain = std::nullopt; // left out by most tests
     };
+    /// The set-up step that fails, if any; creating the input fails with the reason
+    /// "/dev/video0: Permission denied".
+    enum class Failing { nothing, session, camera, createInput, addInput, addOutput };
 
     using CaptureDevice::CaptureDevice;
 
@@ -36,14 +39,17 @@ public:
     void setAuthorization(AuthorizationStatus status) { m_authorization = status; }
     /// The user's answer to the next access request; it becomes the authorization.
     void setAccessAnswer(bool granted) { m_accessAnswer = granted; }
-    void setSessionFails(bool fails) { m_sessionFails = fails; }
-    void setHasCamera(bool hasCamera) { m_hasCamera = hasCamera; }
-    /// The platform's reason why the input cannot be created; nothing for success.
-    void setInputError(std::optional<QString> reason) { m_inputError = std::move(reason); }
-    void setCanAddInput(bool can) { m_canAddInput = can; }
-    void setCanAddOutput(bool can) { m_canAddOutput = can; }
-    void setKind(Kind kind, QList<float> switchOverZoomFactors = {});
-    void setZoomRange(float min, float max);
+    void setFailing(Failing step) { m_failing = step; }
+    void setKind(Kind kind, QList<float> switchOverZoomFactors = {})
+    {
+        m_kind = kind;
+        m_switchOverZoomFactors = std::move(switchOverZoomFactors);
+    }
+    void setZoomRange(float min, float max)
+    {
+        m_minZoomFactor = min;
+        m_maxZoomFactor = max;
+    }
     /// The reason locking fails; nothing for success.
     void setLockError(std::optional<QString> error) { m_lockError = std::move(error); }
     void setPointOfInterestSupported(bool supported) { m_pointOfInterestSupported = supported; }
@@ -51,14 +57,17 @@ public:
 
     // What the test does.
     void pushFrame(const CameraFrame& frame) { emit frameArrived(frame); }
-    void setRunning(bool running);
+    void setRunning(bool running)
+    {
+        m_running = running;
+        emit runningChanged(running);
+    }
     void changeSubjectArea() { emit subjectAreaDidChange(); }
 
     // What the device was asked.
     QStringList calls() const;
     void clearCalls();
     float zoomFactor() const { return m_zoomFactor; }
-    ExposureMode exposureMode() const { return m_exposureMode; }
     int startCount() const { return m_startCount; }
     /// The thread the last `startRunning` came from.
     QThread* startThread() const { return m_startThread; }
@@ -66,22 +75,22 @@ public:
     QString id() const override { return QStringLiteral("fake"); }
     AuthorizationStatus authorizationStatus() const override { return m_authorization; }
     QFuture<bool> requestAccess() override;
-    bool createSession() override { return !m_sessionFails; }
-    bool findCamera() override { return m_hasCamera; }
+    bool createSession() override { return m_failing != Failing::session; }
+    bool findCamera() override { return m_failing != Failing::camera; }
     Kind kind() const override { return m_kind; }
     QList<float> switchOverZoomFactors() const override { return m_switchOverZoomFactors; }
     float minZoomFactor() const override { return m_minZoomFactor; }
     float maxZoomFactor() const override { return m_maxZoomFactor; }
     void createInput() override;
-    bool canAddInput() const override { return m_canAddInput; }
-    bool canAddOutput() const override { return m_canAddOutput; }
+    bool canAddInput() const override { return m_failing != Failing::addInput; }
+    bool canAddOutput() const override { return m_failing != Failing::addOutput; }
     void startRunning() override;
     bool isRunning() const override { return m_running; }
     bool lockForConfiguration(QString* error) override;
-    void unlockForConfiguration() override;
+    void unlockForConfiguration() override { record(QStringLiteral("unlock")); }
     void setZoomFactor(float factor) override;
     void rampToZoomFactor(float factor, float rate) override;
-    void setContinuousAutoFocus() override;
+    void setContinuousAutoFocus() override { record(QStringLiteral("focus continuous")); }
     bool isExposurePointOfInterestSupported() const override { return m_pointOfInterestSupported; }
     bool isExposureModeSupported(ExposureMode) const override { return true; }
     void setExposurePointOfInterest(QPointF point) override;
@@ -101,11 +110,7 @@ private:
 
     AuthorizationStatus m_authorization = AuthorizationStatus::authorized;
     bool m_accessAnswer = true;
-    bool m_sessionFails = false;
-    bool m_hasCamera = true;
-    std::optional<QString> m_inputError;
-    bool m_canAddInput = true;
-    bool m_canAddOutput = true;
+    Failing m_failing = Failing::nothing;
     Kind m_kind = Kind::wideAngle;
     QList<float> m_switchOverZoomFactors;
     float m_minZoomFactor = 1.0f;
@@ -116,7 +121,6 @@ private:
 
     bool m_running = false;
     float m_zoomFactor = 1.0f;
-    ExposureMode m_exposureMode = ExposureMode::continuousAutoExposure;
     std::atomic<int> m_startCount = 0;
     std::atomic<QThread*> m_startThread = nullptr;
     mutable QMutex m_callsMutex; // starting comes from the session queue

@@ -24,11 +24,6 @@ PhotoLibraryAlbum FakePhotoLibrary::addAlbum(const QString& title)
     return album;
 }
 
-void FakePhotoLibrary::removeAlbum(const PhotoLibraryAlbum& album)
-{
-    m_albums.removeAll(album);
-}
-
 PhotoLibraryAsset FakePhotoLibrary::addPhoto(const PhotoLibraryAlbum& album, const QByteArray& data,
                                              std::optional<QDateTime> creationDate)
 {
@@ -96,52 +91,37 @@ QList<PhotoLibraryAsset> FakePhotoLibrary::fetchAssets(const PhotoLibraryAlbum& 
     return assets;
 }
 
-const FakePhotoLibrary::Photo* FakePhotoLibrary::photo(const QString& localIdentifier) const
+QByteArray FakePhotoLibrary::dataOf(const PhotoLibraryAsset& asset) const
 {
-    const auto found =
-        std::find_if(m_photos.cbegin(), m_photos.cend(), [&localIdentifier](const Photo& photo) {
-            return photo.asset.localIdentifier == localIdentifier;
-        });
-    return found == m_photos.cend() ? nullptr : &*found;
+    for (const Photo& photo : m_photos) {
+        if (photo.asset.localIdentifier == asset.localIdentifier)
+            return photo.data;
+    }
+    return {};
 }
 
 QFuture<std::optional<QByteArray>>
 FakePhotoLibrary::requestImageData(const PhotoLibraryAsset& asset) const
 {
-    const Photo* found = photo(asset.localIdentifier);
-    if (!found || found->data.isEmpty())
-        return QtFuture::makeReadyFuture(std::optional<QByteArray>());
-    return QtFuture::makeReadyFuture(std::optional(found->data));
+    const QByteArray data = dataOf(asset);
+    return QtFuture::makeReadyFuture(data.isEmpty() ? std::nullopt : std::optional(data));
 }
 
 std::function<QByteArray()> FakePhotoLibrary::storedDataReader(const PhotoLibraryAsset& asset) const
 {
-    const Photo* found = photo(asset.localIdentifier);
-    return [data = found ? found->data : QByteArray()] { return data; };
+    return [data = dataOf(asset)] { return data; };
 }
 
 QFuture<std::optional<QImage>> FakePhotoLibrary::requestImage(const PhotoLibraryAsset& asset,
                                                               QSize targetSize) const
 {
-    const Photo* found = photo(asset.localIdentifier);
-    const QImage image = found ? QImage::fromData(found->data) : QImage();
+    const QImage image = QImage::fromData(dataOf(asset));
     if (image.isNull())
         return QtFuture::makeReadyFuture(std::optional<QImage>());
     if (!targetSize.isValid() || targetSize == image.size())
         return QtFuture::makeReadyFuture(std::optional(image));
     return QtFuture::makeReadyFuture(
         std::optional(image.scaled(targetSize, Qt::KeepAspectRatio, Qt::SmoothTransformation)));
-}
-
-void FakePhotoLibrary::registerChangeObserver(PhotoLibraryChangeObserver* observer)
-{
-    if (!m_observers.contains(observer))
-        m_observers.append(observer);
-}
-
-void FakePhotoLibrary::unregisterChangeObserver(PhotoLibraryChangeObserver* observer)
-{
-    m_observers.removeAll(observer);
 }
 
 } // namespace kestrum

@@ -24,14 +24,13 @@ public:
 
     /// An album made by someone else, as it would be found in the library.
     PhotoLibraryAlbum addAlbum(const QString& title);
-    void removeAlbum(const PhotoLibraryAlbum& album);
+    void removeAlbum(const PhotoLibraryAlbum& album) { m_albums.removeAll(album); }
     /// A photo put into `album` by someone else, with `data` as its stored bytes; not
     /// announced to the observers.
     PhotoLibraryAsset addPhoto(const PhotoLibraryAlbum& album, const QByteArray& data,
                                std::optional<QDateTime> creationDate);
     /// Tells every observer of `change`.
     void announce(const PhotoLibraryChange& change);
-    int observerCount() const { return int(m_observers.size()); }
 
     PhotoLibraryAuthorization authorizationStatus() const override { return m_status; }
     QFuture<PhotoLibraryAuthorization> requestAuthorization() override;
@@ -44,8 +43,15 @@ public:
     std::function<QByteArray()> storedDataReader(const PhotoLibraryAsset& asset) const override;
     QFuture<std::optional<QImage>> requestImage(const PhotoLibraryAsset& asset,
                                                 QSize targetSize) const override;
-    void registerChangeObserver(PhotoLibraryChangeObserver* observer) override;
-    void unregisterChangeObserver(PhotoLibraryChangeObserver* observer) override;
+    void registerChangeObserver(PhotoLibraryChangeObserver* observer) override
+    {
+        if (!m_observers.contains(observer))
+            m_observers.append(observer);
+    }
+    void unregisterChangeObserver(PhotoLibraryChangeObserver* observer) override
+    {
+        m_observers.removeAll(observer);
+    }
 
 private:
     struct Photo {
@@ -54,7 +60,8 @@ private:
         QByteArray data;
     };
 
-    const Photo* photo(const QString& localIdentifier) const;
+    /// The stored bytes of a photo; empty for one that is not there.
+    QByteArray dataOf(const PhotoLibraryAsset& asset) const;
 
     PhotoLibraryAuthorization m_status = PhotoLibraryAuthorization::authorized;
     PhotoLibraryAuthorization m_answer = PhotoLibraryAuthorization::authorized;

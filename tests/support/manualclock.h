@@ -19,9 +19,6 @@ public:
     /// Moves time forward by `ms`, running what falls due on the way.
     void advance(qint64 ms);
 
-    /// Number of actions waiting.
-    std::size_t pending() const { return m_due.size(); }
-
 private:
     struct Scheduled {
         QPointer<const QObject> context;

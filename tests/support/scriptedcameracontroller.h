@@ -43,8 +43,8 @@ public:
     void measure() override { ++m_measureCount; }
     QFuture<void> logExposure() override { return QtFuture::makeReadyFuture(); }
     void expose(QPointF, ExposureMode, bool) override {}
-    MetadataProvider getMetadata() const override { return m_getMetadata; }
-    void setGetMetadata(MetadataProvider provider) override { m_getMetadata = std::move(provider); }
+    MetadataProvider getMetadata() const override { return {}; }
+    void setGetMetadata(MetadataProvider) override {}
     LightValueStream lv() const override
     {
         return {m_lv, LightValueStream::Filter::finiteDistinctTenths};
@@ -55,7 +55,6 @@ signals:
 
 private:
     LightValueSubject* m_lv; // owned as a child
-    MetadataProvider m_getMetadata;
     int m_measureCount = 0;
 };
 

@@ -88,6 +88,7 @@ private slots:
         QTest::newRow("empty") << QByteArray("[General]\ndefault.iso=\n");
         QTest::newRow("not finite") << QByteArray("[General]\ndefault.iso=nan\n");
         QTest::newRow("a list") << QByteArray("[General]\ndefault.iso=1, 2\n");
+        QTest::newRow("a plain value is no array") << QByteArray("[General]\nprofiles=default\n");
         QByteArray garbage;
         for (int i = 0; i < 4096; ++i)
             garbage.append(char((i * 7919) % 256));
@@ -170,12 +171,6 @@ private slots:
         QCOMPARE(array->at(0).typeId(), QMetaType::QVariantMap);
         QCOMPARE(array->at(1).typeId(), QMetaType::QString);
         QCOMPARE(array->at(2), QVariant(QVariantMap())); // nothing under 3: an empty map
-    }
-
-    void plainValueIsNoArray()
-    {
-        writeFile(m_path, "[General]\nprofiles=default\n");
-        QCOMPARE(IniPreferenceStore(m_path).array("profiles"), std::nullopt);
     }
 
     void unwritableFileFailsToSync()
