@@ -4,6 +4,8 @@
 #include "album/loggedphotometadata.h"
 #include "album/photoalbum.h"
 #include "album/photoalbummock.h"
+#include "app/adapterfactory.h"
+#include "app/appenvironment.h"
 #include "app/dependencycontainer.h"
 #include "camera/anycameracontroller.h"
 #include "camera/cameracontroller.h"
@@ -13,16 +15,17 @@
 #include "camera/selfmeteringcamera.h"
 #include "exposure/calculationcontroller.h"
 #include "platform/camera/capturedevice.h"
-#include "platform/camera/capturedevicechoice.h"
-#include "platform/camera/faceanalyseropencv.h"
-#include "platform/desktop/xdgmailcomposer.h"
-#include "platform/location/nominatimgeocoder.h"
-#include "platform/location/positionsourcechoice.h"
-#include "platform/location/qtpositionsource.h"
-#include "platform/photos/exiv2imagemetadata.h"
-#include "platform/photos/folderphotolibrary.h"
-#include "platform/store/inipreferencestore.h"
-#include "platform/time/systemclock.h"
+#include "platform/camera/faceanalyser.h"
+#include "platform/desktop/desktopservices.h"
+#include "platform/desktop/haptics.h"
+#include "platform/desktop/mailcomposer.h"
+#include "platform/desktop/userdesktopentry.h"
+#include "platform/location/positionsource.h"
+#include "platform/location/reversegeocoder.h"
+#include "platform/photos/imagemetadata.h"
+#include "platform/photos/photolibrary.h"
+#include "platform/store/preferencestore.h"
+#include "platform/time/clock.h"
 #include "settings/settings.h"
 
 namespace kestrum {
@@ -30,10 +33,11 @@ namespace kestrum {
 namespace {
 const QString kSimulatorModelVariable = QStringLiteral("SIMULATOR_MODEL_IDENTIFIER");
 const QString kScreenshotRunKey = QStringLiteral("FASTLANE_SNAPSHOT");
-std::unique_ptr<FaceDetector> makeFaceDetector()
+
+std::unique_ptr<FaceDetector> makeFaceDetector(AdapterFactory& adapters)
 {
     try {
-        return std::make_unique<FaceDetector>(std::make_shared<FaceAnalyserOpenCv>());
+        return std::make_unique<FaceDetector>(adapters.faceAnalyser());
     } catch (const std::exception& error) {
         qWarning("faces will not steer metering: %s", error.what());
         return nullptr;
@@ -41,16 +45,20 @@ std::unique_ptr<FaceDetector> makeFaceDetector()
 }
 
 // A logged photo carries the exposure the meter shows when it is taken and, when a fix
-// can be had, where it was taken.
+// can be had and the start-up's location manager still exists, where it was taken.
 void installMetadataProvider(AnyCameraController& camera, CalculationController& meter,
-                             LocationManager& location)
+                             QPointer<LocationManager> location)
 {
-    camera.setGetMetadata([&meter, &location] {
+    camera.setGetMetadata([&meter, location] {
         const ISO iso = meter.iso();
         const Aperture aperture = meter.aperture();
         const ShutterSpeed speed = meter.speed();
         const Compensation compensation = meter.compensation();
-        return location.currentLocation()
+        if (!location) {
+            return QtFuture::makeReadyFuture(
+                loggedPhotoMetadata(iso, aperture, speed, compensation, std::nullopt));
+        }
+        return location->currentLocation()
             .then(&meter,
                   [=](const std::optional<Location>& where) {
                       return loggedPhotoMetadata(iso, aperture, speed, compensation, where);
@@ -61,6 +69,18 @@ void installMetadataProvider(AnyCameraController& camera, CalculationController&
     });
 }
 
+void startLiveCamera(AnyCameraController& camera)
+{
+    // The main screen sets the live camera up; until it exists, start it here.
+    if (camera.authorizationStatus() == AuthorizationStatus::notDetermined)
+        camera.requestPermission();
+    try {
+        camera.setUp();
+    } catch (const std::exception& error) {
+        qWarning("the camera could not be started: %s", error.what());
+    }
+}
+
 } // namespace
 
 StartupOptions StartupOptions::fromEnvironment(const QStringList& arguments)
@@ -69,24 +89,28 @@ StartupOptions StartupOptions::fromEnvironment(const QStringList& arguments)
     options.launchArguments = arguments;
     if (qEnvironmentVariableIsSet(qPrintable(kSimulatorModelVariable)))
         options.simulatedModel = qEnvironmentVariable(qPrintable(kSimulatorModelVariable));
+    options.quickAction = QuickAction::fromArguments(arguments);
     return options;
 }
 
-void fillDependencies(DependencyContainer& container, const StartupOptions& options)
+void fillDependencies(DependencyContainer& container, const StartupOptions& options,
+                      AdapterFactory& adapters, QPointer<LocationManager> photoLocation)
 {
     DependencyContainer::Services services;
-    services.preferenceStore =
-        std::make_unique<IniPreferenceStore>(IniPreferenceStore::defaultFilePath());
-    services.mailComposer = std::make_unique<XdgMailComposer>();
-    services.clock = std::make_unique<SystemClock>();
-    services.imageMetadata = std::make_unique<Exiv2ImageMetadata>();
+    services.preferenceStore = adapters.preferenceStore();
+    services.clock = adapters.clock();
+    services.imageMetadata = adapters.imageMetadata();
+    services.desktopServices = adapters.desktopServices();
+    services.mailComposer = adapters.mailComposer(*services.desktopServices);
+    services.haptics = adapters.haptics();
+    services.userDesktopEntry = adapters.userDesktopEntry();
+    services.environment = std::make_unique<AppEnvironment>();
+
     services.settings = std::make_unique<Settings>(*services.preferenceStore,
                                                    *services.mailComposer, options.launchArguments);
     Settings& settings = *services.settings;
     services.locationManager = std::make_unique<LocationManager>(
-        std::make_unique<QtPositionSource>(PositionSourceChoice::fromEnvironment()),
-        std::make_unique<NominatimGeocoder>(NominatimGeocoder::Options::fromEnvironment(),
-                                            *services.clock));
+        adapters.positionSource(), adapters.reverseGeocoder(*services.clock));
 
     if (options.simulatedModel) {
         const bool screenshotRun =
@@ -95,17 +119,16 @@ void fillDependencies(DependencyContainer& container, const StartupOptions& opti
             std::make_unique<AnyCameraController>(std::make_shared<MockCameraController>(
                 AuthorizationStatus::authorized, options.simulatedModel, screenshotRun));
     } else {
-        services.faceDetector = makeFaceDetector();
-        FaceDetector* detector = services.faceDetector.get();
-        CameraController::FrameConsumer frames;
-        if (detector)
-            frames = [detector](const CameraFrame& frame) { detector->process(frame); };
-        // The album is made after the camera; the camera looks it up when it logs.
+        // The album and the face detector are made after the camera; the camera looks
+        // them up when it needs them.
         auto camera = std::make_shared<CameraController>(
-            std::make_unique<SelfMeteringCamera>(CaptureDeviceChoice::fromEnvironment().make(),
+            std::make_unique<SelfMeteringCamera>(adapters.captureDevice(),
                                                  *services.preferenceStore),
             [&container] { return &container.photoAlbum(); }, *services.imageMetadata,
-            std::move(frames));
+            [&container](const CameraFrame& frame) {
+                if (FaceDetector* detector = container.faceDetector())
+                    detector->process(frame);
+            });
         services.cameraController = std::make_unique<AnyCameraController>(camera);
     }
 
@@ -120,10 +143,9 @@ void fillDependencies(DependencyContainer& container, const StartupOptions& opti
         [&settings, &controller] { controller.setSettings(settings.currentProfileSettings()); });
 
     if (!options.simulatedModel)
-        installMetadataProvider(*services.cameraController, controller, *services.locationManager);
+        installMetadataProvider(*services.cameraController, controller, photoLocation);
 
-    services.photoLibrary = std::make_unique<FolderPhotoLibrary>(
-        FolderPhotoLibrary::defaultRootPath(), *services.imageMetadata);
+    services.photoLibrary = adapters.photoLibrary(*services.imageMetadata);
     if (options.simulatedModel) {
         services.photoAlbum =
             std::make_unique<PhotoAlbumMock>(*services.photoLibrary, *services.imageMetadata);
@@ -131,22 +153,11 @@ void fillDependencies(DependencyContainer& container, const StartupOptions& opti
         services.photoAlbum =
             std::make_unique<PhotoAlbum>(*services.photoLibrary, *services.imageMetadata);
     }
+    services.faceDetector = makeFaceDetector(adapters);
 
     container.fill(std::move(services));
-
-    // The main screen sets the live camera up; until it exists, start it here.
-    if (!options.simulatedModel) {
-        AnyCameraController& camera = container.cameraController();
-        if (camera.authorizationStatus() == AuthorizationStatus::notDetermined)
-            camera.requestPermission();
-        try {
-            camera.setUp();
-        } catch (const CameraControllerException& error) {
-            qWarning("the camera could not be started: %s", error.what());
-        } catch (const std::exception& error) {
-            qWarning("the camera could not be started: %s", error.what());
-        }
-    }
+    if (!options.simulatedModel)
+        startLiveCamera(container.cameraController());
 }
 
 } // namespace kestrum

@@ -2,10 +2,14 @@
 
 #include "album/locationmanager.h"
 #include "album/photoalbum.h"
+#include "app/appenvironment.h"
 #include "camera/anycameracontroller.h"
 #include "camera/facedetector.h"
 #include "exposure/calculationcontroller.h"
+#include "platform/desktop/desktopservices.h"
+#include "platform/desktop/haptics.h"
 #include "platform/desktop/mailcomposer.h"
+#include "platform/desktop/userdesktopentry.h"
 #include "platform/photos/imagemetadata.h"
 #include "platform/photos/photolibrary.h"
 #include "platform/store/preferencestore.h"
@@ -43,17 +47,21 @@ void DependencyContainer::fill(Services services)
 
 void DependencyContainer::clear()
 {
+    m_services.faceDetector.reset();
     m_services.photoAlbum.reset();
     m_services.photoLibrary.reset();
     m_services.calculationController.reset();
     m_services.calculator.reset();
     m_services.cameraController.reset();
-    m_services.faceDetector.reset();
     m_services.locationManager.reset();
     m_services.settings.reset();
+    m_services.environment.reset();
+    m_services.userDesktopEntry.reset();
+    m_services.haptics.reset();
+    m_services.mailComposer.reset();
+    m_services.desktopServices.reset();
     m_services.imageMetadata.reset();
     m_services.clock.reset();
-    m_services.mailComposer.reset();
     m_services.preferenceStore.reset();
 }
 
@@ -85,6 +93,36 @@ PhotoAlbum& DependencyContainer::photoAlbum() const
 Clock& DependencyContainer::clock() const
 {
     return require(m_services.clock, "clock");
+}
+
+DesktopServices& DependencyContainer::desktopServices() const
+{
+    return require(m_services.desktopServices, "desktop services");
+}
+
+MailComposer& DependencyContainer::mailComposer() const
+{
+    return require(m_services.mailComposer, "mail composer");
+}
+
+Haptics& DependencyContainer::haptics() const
+{
+    return require(m_services.haptics, "haptics");
+}
+
+QuickActionShortcuts& DependencyContainer::quickActionShortcuts() const
+{
+    return require(m_services.userDesktopEntry, "user desktop entry");
+}
+
+AppIcon& DependencyContainer::appIcon() const
+{
+    return require(m_services.userDesktopEntry, "user desktop entry");
+}
+
+AppEnvironment& DependencyContainer::environment() const
+{
+    return require(m_services.environment, "environment");
 }
 
 } // namespace kestrum

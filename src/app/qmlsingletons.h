@@ -2,6 +2,7 @@
 
 // The services that C++ owns, offered to QML as singletons read from the container.
 
+#include "app/appenvironment.h"
 #include "app/dependencycontainer.h"
 #include "exposure/calculationcontroller.h"
 #include "settings/settings.h"
@@ -43,6 +44,20 @@ public:
     static Settings* create(QQmlEngine*, QJSEngine*)
     {
         return ownedByCpp(&DependencyContainer::shared().settings());
+    }
+};
+
+/// What the window tells its views: safe areas, and closing what is presented.
+struct AppEnvironmentSingleton {
+    Q_GADGET
+    QML_FOREIGN(kestrum::AppEnvironment)
+    QML_NAMED_ELEMENT(AppEnvironment)
+    QML_SINGLETON
+
+public:
+    static AppEnvironment* create(QQmlEngine*, QJSEngine*)
+    {
+        return ownedByCpp(&DependencyContainer::shared().environment());
     }
 };
 

@@ -98,6 +98,11 @@ Settings::Settings(PreferenceStore& store, const MailComposer& mailComposer,
     });
     m_profiles = loadProfiles();
     m_currentProfileSettings = new ProfileSettings(currentProfileID(), m_store, this);
+    connect(&m_canSendEmailQuery, &QFutureWatcher<bool>::finished, this, [this] {
+        const QFuture<bool> answer = m_canSendEmailQuery.future();
+        m_canSendEmail = !answer.isCanceled() && answer.resultCount() > 0 && answer.result();
+        emit canSendEmailChanged();
+    });
 }
 
 QList<Profile> Settings::loadProfiles() const
@@ -279,9 +284,9 @@ bool Settings::shouldPromptForReview() const
 
 bool Settings::canSendEmail() const
 {
-    if (!m_canSendEmail)
-        m_canSendEmail = m_mailComposer.canSendMail();
-    return *m_canSendEmail;
+    if (!std::exchange(m_canSendEmailAsked, true))
+        m_canSendEmailQuery.setFuture(m_mailComposer.canSendMail());
+    return m_canSendEmail.value_or(false);
 }
 
 QString Settings::appName()

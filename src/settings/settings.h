@@ -3,6 +3,7 @@
 #include "profile.h"
 #include "profilesettings.h"
 
+#include <QFutureWatcher>
 #include <QList>
 #include <QObject>
 #include <QString>
@@ -37,7 +38,7 @@ class Settings : public QObject {
                    currentProfileIDChanged)
     Q_PROPERTY(kestrum::ProfileSettings* currentProfileSettings READ currentProfileSettings NOTIFY
                    currentProfileSettingsChanged)
-    Q_PROPERTY(bool canSendEmail READ canSendEmail CONSTANT)
+    Q_PROPERTY(bool canSendEmail READ canSendEmail NOTIFY canSendEmailChanged)
     Q_PROPERTY(QString appName READ appName CONSTANT)
     Q_PROPERTY(QString appVersion READ appVersion CONSTANT)
     Q_PROPERTY(QString buildNumber READ buildNumber CONSTANT)
@@ -96,7 +97,9 @@ public:
     /// start until the request was recorded, on every 100th after.
     bool shouldPromptForReview() const;
 
-    /// Whether the device can send mail: asked of the platform once, then kept.
+    /// Whether the device can send mail: asked of the platform on the first read, without
+    /// waiting, then kept. False until the answer is known; `canSendEmailChanged` follows
+    /// when it is.
     bool canSendEmail() const;
 
     /// The app's name, version and build number, as built.
@@ -112,6 +115,8 @@ signals:
     void profilesChanged();
     void currentProfileIDChanged();
     void currentProfileSettingsChanged();
+    /// The answer to `canSendEmail` is known.
+    void canSendEmailChanged();
 
 private:
     QList<Profile> loadProfiles() const;
@@ -124,7 +129,9 @@ private:
     const QStringList m_launchArguments;
     ProfileSettings* m_currentProfileSettings = nullptr; // a child of this object
     QList<Profile> m_profiles;
-    mutable std::optional<bool> m_canSendEmail;
+    std::optional<bool> m_canSendEmail;
+    mutable QFutureWatcher<bool> m_canSendEmailQuery;
+    mutable bool m_canSendEmailAsked = false;
 };
 
 } // namespace kestrum

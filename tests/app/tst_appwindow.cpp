@@ -21,6 +21,8 @@ private slots:
         environment.insert("KESTRUM_PICTURES", dir.filePath("Pictures"));
         environment.insert("SIMULATOR_MODEL_IDENTIFIER", "iPhone14,3");
         environment.insert("XDG_RUNTIME_DIR", dir.path());
+        environment.insert("XDG_DATA_HOME", dir.filePath("data"));
+        environment.insert("XDG_CACHE_HOME", dir.filePath("cache"));
         app.setProcessEnvironment(environment);
         app.start(QStringLiteral(KESTRUM_APP), {"--screenshot", picture});
         QVERIFY(app.waitForFinished(60000));

@@ -2,6 +2,7 @@
 #include "commands.h"
 #include "json.h"
 
+#include "platform/desktop/xdgdesktopservices.h"
 #include "platform/desktop/xdgmailcomposer.h"
 #include "platform/store/inipreferencestore.h"
 #include "settings/settings.h"
@@ -46,7 +47,8 @@ int runProfiles(const QStringList& words)
     const QString action = line.positional().value(0);
 
     IniPreferenceStore store(IniPreferenceStore::defaultFilePath());
-    const XdgMailComposer mailComposer;
+    XdgDesktopServices links;
+    const XdgMailComposer mailComposer(links);
     Settings settings(store, mailComposer, QCoreApplication::arguments());
 
     if (action.isEmpty()) {

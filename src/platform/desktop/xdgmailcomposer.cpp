@@ -1,17 +1,19 @@
 #include "xdgmailcomposer.h"
 
+#include "desktopservices.h"
+
 #include <QProcess>
+#include <QtConcurrent/QtConcurrentRun>
 #include <QtGlobal>
 
 namespace kestrum {
 
 namespace {
 // xdg-mime is a shell script that reads a few files; a second is plenty, and the
-// question must not hang the settings screen if the script does.
+// question must not keep the worker if the script hangs.
 constexpr int kQueryTimeoutMs = 2000;
-} // namespace
 
-bool XdgMailComposer::canSendMail() const
+bool mailProgramIsSet()
 {
     QProcess query;
     query.start(QStringLiteral("xdg-mime"), {QStringLiteral("query"), QStringLiteral("default"),
@@ -25,6 +27,21 @@ bool XdgMailComposer::canSendMail() const
     // The answer is the handler's desktop file name, or nothing when none is set.
     return query.exitStatus() == QProcess::NormalExit && query.exitCode() == 0 &&
            !query.readAllStandardOutput().trimmed().isEmpty();
+}
+} // namespace
+
+XdgMailComposer::XdgMailComposer(DesktopServices& links)
+    : m_links(links)
+{}
+
+QFuture<bool> XdgMailComposer::canSendMail() const
+{
+    return QtConcurrent::run(mailProgramIsSet);
+}
+
+bool XdgMailComposer::compose(const MailMessage& message)
+{
+    return m_links.openUrl(message.toMailtoUrl());
 }
 
 } // namespace kestrum

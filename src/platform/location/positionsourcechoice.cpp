@@ -9,7 +9,8 @@ Q_LOGGING_CATEGORY(lcPositionSource, "kestrum.platform.position")
 
 constexpr auto kVariable = "KESTRUM_POSITION_SOURCE";
 constexpr QStringView kNmeaPrefix = u"nmea:";
-constexpr auto kDesktopId = "kestrum";
+// GeoClue finds the app, its name and what the user allowed it by its desktop entry.
+constexpr auto kDesktopId = KESTRUM_APP_ID;
 } // namespace
 
 PositionSourceChoice PositionSourceChoice::parse(const QString& value)

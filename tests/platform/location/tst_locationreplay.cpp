@@ -49,7 +49,8 @@ private slots:
     {
         QTest::addColumn<QString>("value");
         QTest::addColumn<PositionSourceChoice>("expected");
-        const PositionSourceChoice geoClue{"geoclue2", {{"desktopId", "kestrum"}}, true};
+        const PositionSourceChoice geoClue{
+            "geoclue2", {{"desktopId", "org.kestrum.Kestrum"}}, true};
         const PositionSourceChoice none;
         QTest::newRow("unset") << QString() << geoClue;
         QTest::newRow("geoclue2") << "geoclue2" << geoClue;

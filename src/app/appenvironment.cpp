@@ -1,0 +1,22 @@
+#include "appenvironment.h"
+
+namespace kestrum {
+
+void AppEnvironment::dismissPresentedViews(const std::function<void()>& completion)
+{
+    // Popups close synchronously in their handlers, so the main screen is uncovered
+    // by the time the completion runs.
+    emit dismissPresentedViewsRequested();
+    if (completion)
+        completion();
+}
+
+void AppEnvironment::dismissPresentedViews(QJSValue completion)
+{
+    dismissPresentedViews([&completion] {
+        if (completion.isCallable())
+            completion.call();
+    });
+}
+
+} // namespace kestrum
