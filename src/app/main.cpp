@@ -1,5 +1,6 @@
 #include "app/appstartup.h"
 #include "app/dependencycontainer.h"
+#include "app/qmlservices.h"
 #include "settings/translationcatalogue.h"
 
 #include <QCommandLineParser>
@@ -51,6 +52,7 @@ int main(int argc, char* argv[])
 
     int status = 0;
     {
+        const auto qmlServices = kestrum::registerQmlServices(container);
         QQmlApplicationEngine engine;
         QObject::connect(
             &engine, &QQmlApplicationEngine::objectCreationFailed, &app,
