@@ -2,6 +2,7 @@ import QtQuick
 import QtQuick.Controls
 import QtQuick.Controls.Material
 import QtQuick.Layouts
+import QtMultimedia
 import Kestrum
 
 ApplicationWindow {
@@ -14,10 +15,11 @@ ApplicationWindow {
     Material.accent: "#ffb300"
 
     // The value the current mode computes, and what the photographer sets.
-    readonly property bool shutterPriority: Meter.mode === "tv"
-    readonly property bool manual: Meter.mode === "m"
+    readonly property bool shutterPriority: Meter.mode === Exposure.ShutterPriority
+    readonly property bool manual: Meter.mode === Exposure.Manual
 
     component Reading: ColumnLayout {
+        id: reading
         property alias caption: captionLabel.text
         property alias value: valueLabel.text
         property bool computed: false
@@ -33,10 +35,9 @@ ApplicationWindow {
         }
         Label {
             id: valueLabel
-            font.pixelSize: computed ? 40 : 28
+            font.pixelSize: reading.computed ? 40 : 28
             font.weight: Font.DemiBold
-            color: computed && Meter.exposureError !== "" ? "#ff5252"
-                   : computed ? Material.accent : Material.foreground
+            color: reading.computed && Meter.exposureError !== Exposure.NoError ? "#ff5252" : reading.computed ? Material.accent : Material.foreground
             Layout.fillWidth: true
             horizontalAlignment: Text.AlignHCenter
         }
@@ -73,27 +74,31 @@ ApplicationWindow {
                 spacing: 22
 
                 Reading {
-                    caption: manual ? qsTr("Deviation") : shutterPriority ? qsTr("Aperture") : qsTr("Shutter speed")
-                    value: manual ? Meter.manualExposure.signedDisplay
-                           : shutterPriority ? "ƒ/" + Meter.aperture.display
-                           : Meter.speed.display
+                    caption: window.manual ? qsTr("Deviation") : window.shutterPriority ? qsTr("Aperture") : qsTr("Shutter speed")
+                    value: window.manual ? Meter.manualExposure.signedDisplay : window.shutterPriority ? "ƒ/" + Meter.aperture.display : Meter.speed.display
                     computed: true
                 }
                 Label {
                     Layout.alignment: Qt.AlignHCenter
-                    visible: Meter.exposureError !== ""
-                    text: Meter.exposureError === "overexposed" ? qsTr("Too bright") : qsTr("Too dark")
+                    visible: Meter.exposureError !== Exposure.NoError
+                    text: Meter.exposureError === Exposure.Overexposed ? qsTr("Too bright") : qsTr("Too dark")
                     color: "#ff5252"
                 }
                 RowLayout {
                     Layout.fillWidth: true
-                    Reading { caption: qsTr("ISO"); value: Meter.iso.display }
                     Reading {
-                        caption: shutterPriority ? qsTr("Speed") : qsTr("Aperture")
-                        value: shutterPriority ? Meter.speed.display : "ƒ/" + Meter.aperture.display
-                        visible: !manual
+                        caption: qsTr("ISO")
+                        value: Meter.iso.display
                     }
-                    Reading { caption: qsTr("Comp."); value: Meter.compensation.signedDisplay }
+                    Reading {
+                        caption: window.shutterPriority ? qsTr("Speed") : qsTr("Aperture")
+                        value: window.shutterPriority ? Meter.speed.display : "ƒ/" + Meter.aperture.display
+                        visible: !window.manual
+                    }
+                    Reading {
+                        caption: qsTr("Comp.")
+                        value: Meter.compensation.signedDisplay
+                    }
                 }
             }
         }
@@ -101,11 +106,18 @@ ApplicationWindow {
         TabBar {
             id: modes
             Layout.fillWidth: true
-            currentIndex: ["av", "tv", "m"].indexOf(Meter.mode)
-            onCurrentIndexChanged: Meter.mode = ["av", "tv", "m"][currentIndex]
-            TabButton { text: qsTr("Av") }
-            TabButton { text: qsTr("Tv") }
-            TabButton { text: qsTr("M") }
+            // The tabs stand in the order of the modes.
+            currentIndex: Meter.mode
+            onCurrentIndexChanged: Meter.mode = currentIndex
+            TabButton {
+                text: qsTr("Av")
+            }
+            TabButton {
+                text: qsTr("Tv")
+            }
+            TabButton {
+                text: qsTr("M")
+            }
         }
 
         Switch {
@@ -114,6 +126,18 @@ ApplicationWindow {
             onToggled: Meter.hold = checked
         }
 
-        Item { Layout.fillHeight: true }
+        // What the camera sees: the live camera's frames; the mock camera has none.
+        VideoOutput {
+            id: preview
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            fillMode: VideoOutput.PreserveAspectCrop
+        }
+    }
+
+    Binding {
+        target: CameraController
+        property: "videoSink"
+        value: preview.videoSink
     }
 }

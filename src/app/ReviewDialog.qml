@@ -8,7 +8,7 @@ import Kestrum
 Dialog {
     id: dialog
 
-    signal rateChosen()
+    signal rateChosen
 
     anchors.centerIn: parent
     width: Math.min(parent.width - 48, 360)
@@ -34,8 +34,8 @@ Dialog {
             flat: true
             Accessible.name: text
             onClicked: {
-                dialog.rateChosen()
-                dialog.close()
+                dialog.rateChosen();
+                dialog.close();
             }
         }
     }
@@ -43,8 +43,8 @@ Dialog {
     Connections {
         target: AppEnvironment
         function onDismissPresentedViewsRequested() {
-            dialog.exit = null
-            dialog.close()
+            dialog.exit = null;
+            dialog.close();
         }
     }
 }

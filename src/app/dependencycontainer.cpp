@@ -65,6 +65,11 @@ void DependencyContainer::clear()
     m_services.preferenceStore.reset();
 }
 
+PreferenceStore& DependencyContainer::preferenceStore() const
+{
+    return require(m_services.preferenceStore, "preference store");
+}
+
 Settings& DependencyContainer::settings() const
 {
     return require(m_services.settings, "settings");

@@ -24,8 +24,9 @@ class Settings;
 class UserDesktopEntry;
 
 /// The one process-wide owner of the app's long-lived services. The start-up fills
-/// it once, in dependency order, and nothing is replaced afterwards; the QML-facing
-/// singletons read from it. Reading a service before it is filled stops the program.
+/// it once, in dependency order, and nothing is replaced afterwards; the QML singletons
+/// are made over its services (`registerQmlServices`). Reading a service before it is
+/// filled stops the program.
 class DependencyContainer {
 public:
     /// What the container owns, in the order it is built and the reverse order it is
@@ -56,6 +57,7 @@ public:
     /// Tears the services down in reverse order of construction.
     void clear();
 
+    PreferenceStore& preferenceStore() const;
     Settings& settings() const;
     AnyCameraController& cameraController() const;
     CalculationController& calculationController() const;

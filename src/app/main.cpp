@@ -1,6 +1,7 @@
 #include "app/appshell.h"
 #include "app/dependencycontainer.h"
 #include "app/linuxadapterfactory.h"
+#include "app/qmlservices.h"
 #include "exposure/calculationcontroller.h"
 #include "platform/desktop/dbusappinstance.h"
 #include "settings/translationcatalogue.h"
@@ -119,11 +120,14 @@ int main(int argc, char* argv[])
     int status = 0;
     {
         kestrum::AppShell shell(adapters, container);
+        // The QML singletons outlive the engine; they are made once the container is full.
+        std::unique_ptr<kestrum::QmlServices> qmlServices;
         QQmlApplicationEngine engine;
         QObject::connect(
             &engine, &QQmlApplicationEngine::objectCreationFailed, &app,
             [] { QCoreApplication::exit(1); }, Qt::QueuedConnection);
-        shell.start(kestrum::StartupOptions::fromEnvironment(app.arguments()), [&engine] {
+        shell.start(kestrum::StartupOptions::fromEnvironment(app.arguments()), [&] {
+            qmlServices = kestrum::registerQmlServices(container);
             engine.load(QUrl(QStringLiteral("qrc:/Kestrum/Main.qml")));
             return firstWindow(engine);
         });

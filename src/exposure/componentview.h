@@ -17,7 +17,9 @@ class ComponentView {
 
 public:
     ComponentView() = default;
+    // Only from components: QML looks for constructors of value types from its own types.
     template <typename C>
+    requires requires(const C& c) { c.signedDisplay(); }
     explicit ComponentView(const C& component)
         : m_type(rawValue(component.type))
         , m_value(component.value)

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <memory>
+
+namespace kestrum {
+
+class AnyCameraController;
+class AppEnvironment;
+class CalculationController;
+class CameraFacade;
+class DependencyContainer;
+class FaceDetector;
+class FaceDetectorFacade;
+class LocationManager;
+class LoggedPhotoModel;
+class MeterFacade;
+class PhotoAlbum;
+class PreferenceStore;
+class Settings;
+class SettingsFacade;
+
+/// The QML singletons (Meter, CameraController, FaceDetector, AppSettings, LoggedPhotos,
+/// AppEnvironment),
+/// made over the services they show and offered to every engine while this object lives.
+/// Make it before the engine loads its QML and destroy it after the engine is gone.
+///
+/// The app builds it from the dependency container (`registerQmlServices`); a test builds
+/// it from fakes.
+class QmlServices {
+public:
+    /// What the singletons show; everything must outlive this object.
+    struct Sources {
+        Settings& settings;
+        PreferenceStore& preferenceStore;
+        CalculationController& calculationController;
+        AnyCameraController& cameraController;
+        FaceDetector* faceDetector; ///< may be null
+        PhotoAlbum& photoAlbum;
+        LocationManager& locationManager;
+        AppEnvironment* environment = nullptr; ///< the window's; may be null
+    };
+
+    explicit QmlServices(const Sources& sources);
+    /// Withdraws the singletons.
+    ~QmlServices();
+
+    QmlServices(const QmlServices&) = delete;
+    QmlServices& operator=(const QmlServices&) = delete;
+
+private:
+    std::unique_ptr<MeterFacade> m_meter;
+    std::unique_ptr<CameraFacade> m_camera;
+    std::unique_ptr<FaceDetectorFacade> m_faces;
+    std::unique_ptr<SettingsFacade> m_settings;
+    std::unique_ptr<LoggedPhotoModel> m_loggedPhotos;
+};
+
+/// The QML singletons over the services of a filled container.
+std::unique_ptr<QmlServices> registerQmlServices(const DependencyContainer& container);
+
+} // namespace kestrum

@@ -1,0 +1,142 @@
+#include "album/photoalbum.h"
+#include "app/camerafacade.h"
+#include "camera/anycameracontroller.h"
+#include "camera/cameracontroller.h"
+#include "platform/photos/exiv2imagemetadata.h"
+#include "support/fakecapturedevice.h"
+#include "support/fakephotolibrary.h"
+
+#include <QSignalSpy>
+#include <QTest>
+#include <QVideoFrame>
+#include <QVideoSink>
+
+using namespace kestrum;
+
+namespace {
+
+// The live camera on a fake device, seen through the facade.
+struct Rig {
+    Rig()
+    {
+        auto fake = std::make_unique<FakeCaptureDevice>();
+        device = fake.get();
+        camera = std::make_unique<AnyCameraController>(std::make_shared<CameraController>(
+            std::move(fake), [this] { return &album; }, metadata, nullptr));
+        facade = std::make_unique<CameraFacade>(*camera);
+    }
+
+    void pushFrame(QSize size = {40, 30})
+    {
+        QImage image(size, QImage::Format_RGB32);
+        image.fill(Qt::darkGray);
+        device->pushFrame({image, std::nullopt, CameraFrame::Orientation::right});
+    }
+
+    FakePhotoLibrary library;
+    Exiv2ImageMetadata metadata;
+    PhotoAlbum album{library, metadata};
+    FakeCaptureDevice* device = nullptr;
+    std::unique_ptr<AnyCameraController> camera;
+    std::unique_ptr<CameraFacade> facade;
+};
+
+// Waits until the event loop has run every call queued so far: a marker queued after
+// them arrives last.
+void finishQueuedCalls()
+{
+    QObject marker;
+    QSignalSpy arrived(&marker, &QObject::objectNameChanged);
+    QMetaObject::invokeMethod(
+        &marker, [&marker] { marker.setObjectName("arrived"); }, Qt::QueuedConnection);
+    QVERIFY(arrived.wait());
+}
+
+} // namespace
+
+class CameraFacadeTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void setUpReportsWhatFailed_data()
+    {
+        QTest::addColumn<QString>("fault");
+        QTest::addColumn<CameraFacade::Error>("error");
+        QTest::addColumn<QString>("text");
+        using E = CameraFacade::Error;
+        QTest::newRow("none") << "" << E::NoError << "";
+        QTest::newRow("session") << "session" << E::SessionCantBeCreated
+                                 << "Unable to create capture session.";
+        QTest::newRow("camera") << "camera" << E::NoCameraDevice << "No camera device found.";
+        QTest::newRow("input") << "input" << E::InputCantBeAdded << "Unable to add capture input.";
+        QTest::newRow("output") << "output" << E::OutputCantBeAdded
+                                << "Unable to add capture output.";
+    }
+
+    void setUpReportsWhatFailed()
+    {
+        QFETCH(QString, fault);
+        QFETCH(CameraFacade::Error, error);
+        QFETCH(QString, text);
+        Rig rig;
+        using Failing = FakeCaptureDevice::Failing;
+        const QMap<QString, Failing> steps{{"session", Failing::session},
+                                           {"camera", Failing::camera},
+                                           {"input", Failing::addInput},
+                                           {"output", Failing::addOutput}};
+        rig.device->setFailing(steps.value(fault, Failing::nothing));
+
+        QCOMPARE(rig.facade->setUp(), error == CameraFacade::Error::NoError);
+        QCOMPARE(rig.facade->setUpError(), error);
+        QCOMPARE(rig.facade->setUpErrorText(), text);
+    }
+
+    void previewShowsTheSessionsFrames()
+    {
+        Rig rig;
+        QVideoSink sink;
+        rig.facade->setVideoSink(&sink);
+        QSignalSpy shown(&sink, &QVideoSink::videoFrameChanged);
+        rig.pushFrame(); // no session yet: nothing to show
+        QVERIFY(rig.facade->setUp());
+        QCOMPARE(shown.count(), 0);
+
+        rig.pushFrame({40, 30});
+
+        QCOMPARE(shown.count(), 1);
+        QCOMPARE(sink.videoFrame().size(), QSize(40, 30));
+        QCOMPARE(sink.videoFrame().rotationAngle(), QVideoFrame::Rotation90);
+    }
+
+    void logExposureTellsTheOutcome_data()
+    {
+        QTest::addColumn<PhotoLibraryAuthorization>("authorization");
+        QTest::addColumn<bool>("success");
+        QTest::addColumn<QString>("errorText");
+        QTest::newRow("logged") << PhotoLibraryAuthorization::authorized << true << "";
+        QTest::newRow("no permission") << PhotoLibraryAuthorization::denied << false
+                                       << "no permission to use the photo library";
+    }
+
+    void logExposureTellsTheOutcome()
+    {
+        QFETCH(PhotoLibraryAuthorization, authorization);
+        QFETCH(bool, success);
+        QFETCH(QString, errorText);
+        Rig rig;
+        rig.library.setAuthorizationStatus(authorization);
+        QVERIFY(rig.facade->setUp());
+        QSignalSpy logged(rig.facade.get(), &CameraFacade::exposureLogged);
+
+        rig.facade->logExposure();
+        finishQueuedCalls(); // the album's answer arms the capture
+        rig.pushFrame();
+
+        QVERIFY(!logged.isEmpty() || logged.wait());
+        QCOMPARE(logged.at(0).at(0).toBool(), success);
+        QCOMPARE(logged.at(0).at(1).toString(), errorText);
+    }
+};
+
+QTEST_MAIN(CameraFacadeTest)
+#include "tst_camerafacade.moc"

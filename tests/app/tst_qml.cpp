@@ -1,0 +1,120 @@
+// Runs the Quick Tests in tests/app/qml against the app's QML module, whose singletons are
+// made over fakes: settings in memory, the mock camera, an album on a library in memory,
+// a scripted geocoder, and a clock that moves only when a test says so (`Harness`).
+
+#include "album/locationmanager.h"
+#include "album/photoalbum.h"
+#include "app/qmlservices.h"
+#include "camera/anycameracontroller.h"
+#include "camera/mockcameracontroller.h"
+#include "exposure/calculationcontroller.h"
+#include "platform/photos/exiv2imagemetadata.h"
+#include "settings/settings.h"
+#include "settings/translationcatalogue.h"
+#include "support/fakemailcomposer.h"
+#include "support/fakephotolibrary.h"
+#include "support/fakepositionsource.h"
+#include "support/fakereversegeocoder.h"
+#include "support/manualclock.h"
+#include "support/memorypreferencestore.h"
+#include "support/testphotos.h"
+
+#include <QQmlEngine>
+#include <QtQml/qqmlextensionplugin.h>
+#include <QtQuickTest>
+
+Q_IMPORT_QML_PLUGIN(KestrumPlugin)
+
+using namespace kestrum;
+
+namespace {
+
+/// What the tests drive directly.
+class Harness : public QObject {
+    Q_OBJECT
+
+public:
+    explicit Harness(ManualClock& clock)
+        : m_clock(clock)
+    {}
+
+    /// Moves the meter's clock on, running its 0.3 s measurements and throttles.
+    Q_INVOKABLE void advance(int ms) { m_clock.advance(ms); }
+
+private:
+    ManualClock& m_clock;
+};
+
+/// The services behind the singletons for one test file; the album holds one logged photo,
+/// taken at the Sydney Opera House.
+struct World {
+    World()
+    {
+        const auto album = library.addAlbum(QString::fromLatin1(PhotoAlbum::kAlbumTitle));
+        const auto properties =
+            test::exposureMetadata("200", "2.8", "500", 0.33, Location{-33.8568, 151.2153, 4.0});
+        library.addPhoto(album, test::loggedJpeg(metadata, properties),
+                         QDateTime(QDate(2025, 6, 1), QTime(10, 15), Qt::UTC));
+        photoAlbum = std::make_unique<PhotoAlbum>(library, metadata);
+        geocoder->setOutcome(Placemark{QStringLiteral("Opera House"), QStringLiteral("Sydney")});
+        QObject::connect(&settings, &Settings::currentProfileSettingsChanged, &meter,
+                         [this] { meter.setSettings(settings.currentProfileSettings()); });
+        services = std::make_unique<QmlServices>(QmlServices::Sources{
+            settings, store, meter, camera, nullptr, *photoAlbum, locationManager});
+    }
+
+    MemoryPreferenceStore store;
+    FakeMailComposer mail{false};
+    ManualClock clock;
+    Harness harness{clock};
+    Settings settings{store, mail, {}};
+    AnyCameraController camera{std::make_shared<MockCameraController>(
+        AuthorizationStatus::authorized, QStringLiteral("iPhone14,3"), false)};
+    Calculator calculator{[this] { return settings.currentProfileSettings(); }};
+    CalculationController meter{calculator, camera, settings.currentProfileSettings(), clock};
+    Exiv2ImageMetadata metadata;
+    FakePhotoLibrary library;
+    std::unique_ptr<PhotoAlbum> photoAlbum;
+    FakeReverseGeocoder* geocoder = new FakeReverseGeocoder;
+    LocationManager locationManager{std::make_unique<FakePositionSource>(),
+                                    std::unique_ptr<ReverseGeocoder>(geocoder)};
+    std::unique_ptr<QmlServices> services;
+};
+
+World* s_world = nullptr; // the world of the engine running now
+
+} // namespace
+
+class Setup : public QObject {
+    Q_OBJECT
+
+public slots:
+    void applicationAvailable()
+    {
+        installTranslationCatalogue(*QCoreApplication::instance());
+        qmlRegisterSingletonType<Harness>(
+            "KestrumTest", 1, 0, "Harness", [](QQmlEngine*, QJSEngine*) -> Harness* {
+                QJSEngine::setObjectOwnership(&s_world->harness, QJSEngine::CppOwnership);
+                return &s_world->harness;
+            });
+    }
+
+    // Every test file gets its own engine, and a fresh world that outlives it.
+    void qmlEngineAvailable(QQmlEngine* engine)
+    {
+        m_world = std::make_unique<World>();
+        s_world = m_world.get();
+        connect(engine, &QObject::destroyed, this, [this, world = m_world.get()] {
+            if (m_world.get() == world)
+                m_world.reset();
+        });
+    }
+
+    void cleanupTestCase() { m_world.reset(); }
+
+private:
+    std::unique_ptr<World> m_world;
+};
+
+QUICK_TEST_MAIN_WITH_SETUP(kestrum_qml, Setup)
+#include "tst_qml.moc"
