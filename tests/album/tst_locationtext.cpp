@@ -10,27 +10,19 @@ class LocationTextTest : public QObject {
 private slots:
     void humanReadableLocation_data()
     {
-        QTest::addColumn<std::optional<QString>>("name");
-        QTest::addColumn<std::optional<QString>>("locality");
+        QTest::addColumn<Placemark>("placemark");
         QTest::addColumn<QString>("expected");
-        const std::optional<QString> absent;
-        QTest::newRow("both") << std::optional<QString>("Tour Eiffel")
-                              << std::optional<QString>("Paris") << "Tour Eiffel, Paris";
-        QTest::newRow("name only")
-            << std::optional<QString>("Mont Blanc") << absent << "Mont Blanc";
-        QTest::newRow("locality only")
-            << absent << std::optional<QString>("Chamonix") << "Chamonix";
-        QTest::newRow("neither") << absent << absent << "";
-        QTest::newRow("empty name")
-            << std::optional<QString>("") << std::optional<QString>("Paris") << "Paris";
+        QTest::newRow("both") << Placemark{"Tour Eiffel", "Paris"} << "Tour Eiffel, Paris";
+        QTest::newRow("name only") << Placemark{"Mont Blanc", {}} << "Mont Blanc";
+        QTest::newRow("locality only") << Placemark{{}, "Chamonix"} << "Chamonix";
+        QTest::newRow("neither") << Placemark{} << "";
+        QTest::newRow("empty name") << Placemark{"", "Paris"} << "Paris";
     }
 
     void humanReadableLocation()
     {
-        QFETCH(std::optional<QString>, name);
-        QFETCH(std::optional<QString>, locality);
-        QFETCH(QString, expected);
-        QCOMPARE(kestrum::humanReadableLocation(Placemark{name, locality}), expected);
+        QFETCH(Placemark, placemark);
+        QTEST(kestrum::humanReadableLocation(placemark), "expected");
     }
 };
 

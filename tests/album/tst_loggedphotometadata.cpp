@@ -41,7 +41,7 @@ private slots:
         QTest::addColumn<double>("seconds");
         QTest::newRow("denominator") << "500" << 0.002;
         QTest::newRow("two means a half") << "2" << 0.5;
-        QTest::newRow("fractional denominator") << "1.5" << 1.0 / 1.5;
+        QTest::newRow("fractional denominator") << "1.5" << 0.6666666666666666;
         QTest::newRow("whole seconds") << "2s" << 2.0;
         QTest::newRow("fractional seconds") << "1.5s" << 1.5;
         QTest::newRow("every s goes") << "3ss" << 3.0;

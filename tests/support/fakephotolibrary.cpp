@@ -113,15 +113,10 @@ std::function<QByteArray()> FakePhotoLibrary::storedDataReader(const PhotoLibrar
 }
 
 QFuture<std::optional<QImage>> FakePhotoLibrary::requestImage(const PhotoLibraryAsset& asset,
-                                                              QSize targetSize) const
+                                                              QSize) const
 {
     const QImage image = QImage::fromData(dataOf(asset));
-    if (image.isNull())
-        return QtFuture::makeReadyFuture(std::optional<QImage>());
-    if (!targetSize.isValid() || targetSize == image.size())
-        return QtFuture::makeReadyFuture(std::optional(image));
-    return QtFuture::makeReadyFuture(
-        std::optional(image.scaled(targetSize, Qt::KeepAspectRatio, Qt::SmoothTransformation)));
+    return QtFuture::makeReadyFuture(image.isNull() ? std::nullopt : std::optional(image));
 }
 
 } // namespace kestrum

@@ -41,6 +41,7 @@ public:
     QFuture<std::optional<QByteArray>>
     requestImageData(const PhotoLibraryAsset& asset) const override;
     std::function<QByteArray()> storedDataReader(const PhotoLibraryAsset& asset) const override;
+    /// The photo at its own size, whatever size is asked for.
     QFuture<std::optional<QImage>> requestImage(const PhotoLibraryAsset& asset,
                                                 QSize targetSize) const override;
     void registerChangeObserver(PhotoLibraryChangeObserver* observer) override

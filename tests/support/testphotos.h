@@ -12,10 +12,11 @@
 
 namespace kestrum::test {
 
-inline QByteArray plainJpeg(QSize size = {64, 48}, QColor color = Qt::darkCyan)
+/// A 64 × 48 JPEG without metadata.
+inline QByteArray plainJpeg()
 {
-    QImage image(size, QImage::Format_RGB32);
-    image.fill(color);
+    QImage image(64, 48, QImage::Format_RGB32);
+    image.fill(Qt::darkCyan);
     QByteArray bytes;
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
@@ -50,10 +51,9 @@ inline ImageProperties exposureMetadata(const QString& iso, const QString& apert
                                Compensation{Fraction::full, compensation, QString()}, location);
 }
 
-inline QByteArray loggedJpeg(const ImageMetadata& metadata, const ImageProperties& properties,
-                             QSize size = {64, 48})
+inline QByteArray loggedJpeg(const ImageMetadata& metadata, const ImageProperties& properties)
 {
-    return metadata.merged(plainJpeg(size), properties).value_or(QByteArray());
+    return metadata.merged(plainJpeg(), properties).value_or(QByteArray());
 }
 
 inline bool writeFile(const QString& path, const QByteArray& bytes)
