@@ -37,16 +37,7 @@ CameraFacade* CameraFacade::create(QQmlEngine*, QJSEngine*)
 
 void CameraFacade::scheduleRefresh()
 {
-    if (m_refreshQueued)
-        return;
-    m_refreshQueued = true;
-    QMetaObject::invokeMethod(
-        this,
-        [this] {
-            m_refreshQueued = false;
-            refresh();
-        },
-        Qt::QueuedConnection);
+    m_refresh.schedule();
 }
 
 void CameraFacade::refresh()

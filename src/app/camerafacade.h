@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/coalescedcall.h"
+
 #include "app/zoomoptionmodel.h"
 
 #include <QObject>
@@ -126,7 +128,7 @@ private:
     QPointer<QVideoSink> m_videoSink;
     QPointer<CaptureDevice> m_session;
     QMetaObject::Connection m_frameConnection;
-    bool m_refreshQueued = false;
+    CoalescedCall m_refresh{this, [this] { refresh(); }};
 };
 
 } // namespace kestrum

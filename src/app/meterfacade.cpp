@@ -77,16 +77,7 @@ void MeterFacade::scheduleRefresh()
 {
     // Steps and limits are read once the profile's writes, and the meter's reload after
     // them, are done.
-    if (m_refreshQueued)
-        return;
-    m_refreshQueued = true;
-    QMetaObject::invokeMethod(
-        this,
-        [this] {
-            m_refreshQueued = false;
-            refreshScales();
-        },
-        Qt::QueuedConnection);
+    m_refresh.schedule();
 }
 
 void MeterFacade::refreshScales()

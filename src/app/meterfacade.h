@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/coalescedcall.h"
+
 #include "app/exposureenums.h"
 #include "app/exposurescalemodel.h"
 #include "exposure/componentview.h"
@@ -97,7 +99,7 @@ private:
     ExposureScaleModel* m_compensationScale;
     ExposureScaleModel* m_manualScale;
     QMetaObject::Connection m_profileConnection;
-    bool m_refreshQueued = false;
+    CoalescedCall m_refresh{this, [this] { refreshScales(); }};
 };
 
 } // namespace kestrum

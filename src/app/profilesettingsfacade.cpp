@@ -71,16 +71,7 @@ void ProfileSettingsFacade::follow()
 
 void ProfileSettingsFacade::scheduleRefresh()
 {
-    if (m_refreshQueued)
-        return;
-    m_refreshQueued = true;
-    QMetaObject::invokeMethod(
-        this,
-        [this] {
-            m_refreshQueued = false;
-            refresh();
-        },
-        Qt::QueuedConnection);
+    m_refresh.schedule();
 }
 
 void ProfileSettingsFacade::refresh()

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/coalescedcall.h"
+
 #include "app/exposureenums.h"
 #include "app/exposurescalemodel.h"
 #include "exposure/componentview.h"
@@ -112,7 +114,7 @@ private:
     std::unique_ptr<ProfileSettings> m_own; // when the profile is not the current one
     ProfileSettings* m_profile = nullptr;
     QMetaObject::Connection m_profileConnection;
-    bool m_refreshQueued = false;
+    CoalescedCall m_refresh{this, [this] { refresh(); }};
     ExposureScaleModel* m_minimumApertures;
     ExposureScaleModel* m_maximumApertures;
     ExposureScaleModel* m_minimumSpeeds;
