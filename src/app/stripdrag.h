@@ -26,7 +26,8 @@ public:
     /// direction), which becomes the new place.
     bool moveTo(double translationPoints);
 
-    /// The current translation of the row; 0 when no drag runs.
+    /// The current translation of the row; 0 before the first move. A new drag starts from
+    /// a fresh `StripDrag`.
     double positionPoints() const { return m_positionPoints; }
 
     /// Where a release at `translationPoints` with the finger moving at
