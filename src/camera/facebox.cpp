@@ -28,7 +28,7 @@ QRectF FaceBox::inView(QRectF frameRect) const
             box.width() * scale.x(), box.height() * scale.y()};
 }
 
-QPointF FaceBox::meteringPoint(const AspectFill& fill) const
+QPointF FaceBox::meteringPoint(const PreviewFill& fill) const
 {
     const QPointF scale = scaleOf(fill.frameRect());
     const QPointF centre = inReference().center();

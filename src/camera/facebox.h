@@ -1,6 +1,6 @@
 #pragma once
 
-#include "camera/aspectfill.h"
+#include "camera/previewfill.h"
 
 #include <QPointF>
 #include <QRectF>
@@ -25,7 +25,7 @@ public:
     /// The box in reference-frame points: each coordinate times the frame's side.
     QRectF inReference() const;
 
-    /// The outline in the view whose picture covers `frameRect` (`AspectFill::frameRect`):
+    /// The outline in the view whose picture covers `frameRect` (`PreviewFill::frameRect`):
     /// the reference frame scaled to it and centred on it.
     QRectF inView(QRectF frameRect) const;
 
@@ -36,7 +36,7 @@ public:
     /// The device point a face meters at: the reference box's centre at the view's scale,
     /// mapped to the device and mirrored on both axes (one minus each coordinate), since
     /// the analysed pictures run the other way round from the preview.
-    QPointF meteringPoint(const AspectFill& fill) const;
+    QPointF meteringPoint(const PreviewFill& fill) const;
 
 private:
     QRectF m_normalizedBox;

@@ -1,6 +1,6 @@
-#include "camera/aspectfill.h"
 #include "camera/facebox.h"
 #include "camera/faceoutlinevisibility.h"
+#include "camera/previewfill.h"
 #include "camera/tapmarker.h"
 #include "support/manualclock.h"
 
@@ -59,7 +59,7 @@ private slots:
         QFETCH(QSizeF, view);
         QFETCH(QPointF, viewPoint);
         QFETCH(QPointF, devicePoint);
-        const AspectFill fill(FaceBox::kReferenceFrame, view);
+        const PreviewFill fill(FaceBox::kReferenceFrame, view);
         QCOMPARE(fill.devicePoint(viewPoint), devicePoint);
         QCOMPARE(fill.viewPoint(devicePoint), viewPoint);
     }
@@ -84,7 +84,7 @@ private slots:
     {
         QFETCH(QRectF, normalized);
         QFETCH(QSizeF, view);
-        const AspectFill fill(FaceBox::kReferenceFrame, view);
+        const PreviewFill fill(FaceBox::kReferenceFrame, view);
         QTEST(FaceBox(normalized).inView(fill.frameRect()), "inView");
         QTEST(FaceBox(normalized).meteringPoint(fill), "metersAt");
     }

@@ -1,10 +1,10 @@
-#include "aspectfill.h"
+#include "previewfill.h"
 
 #include <algorithm>
 
 namespace kestrum {
 
-AspectFill::AspectFill(QSizeF frameSize, QSizeF viewSize)
+PreviewFill::PreviewFill(QSizeF frameSize, QSizeF viewSize)
 {
     if (frameSize.isEmpty())
         return;
@@ -16,7 +16,7 @@ AspectFill::AspectFill(QSizeF frameSize, QSizeF viewSize)
                          filled);
 }
 
-QPointF AspectFill::devicePoint(QPointF viewPoint) const
+QPointF PreviewFill::devicePoint(QPointF viewPoint) const
 {
     if (m_frameRect.isEmpty())
         return {};
@@ -24,7 +24,7 @@ QPointF AspectFill::devicePoint(QPointF viewPoint) const
             (viewPoint.y() - m_frameRect.y()) / m_frameRect.height()};
 }
 
-QPointF AspectFill::viewPoint(QPointF devicePoint) const
+QPointF PreviewFill::viewPoint(QPointF devicePoint) const
 {
     return {m_frameRect.x() + devicePoint.x() * m_frameRect.width(),
             m_frameRect.y() + devicePoint.y() * m_frameRect.height()};

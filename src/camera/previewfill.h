@@ -12,9 +12,9 @@ namespace kestrum {
 /// Device points are 0…1 across the picture as shown (origin at its top-left corner), the
 /// coordinates in which the camera meters at a point; view points are in the view's own
 /// coordinates.
-class AspectFill {
+class PreviewFill {
 public:
-    AspectFill(QSizeF frameSize, QSizeF viewSize);
+    PreviewFill(QSizeF frameSize, QSizeF viewSize);
 
     /// The whole picture's rectangle in view coordinates; it overhangs the view on the
     /// axis where the two shapes differ.
