@@ -156,12 +156,6 @@ void CalculationController::setMode(Mode mode)
     runManual();
 }
 
-void CalculationController::setModeText(const QString& mode)
-{
-    if (const auto parsed = modeFromRawValue(mode))
-        setMode(*parsed);
-}
-
 void CalculationController::setISO(const ISO& iso)
 {
     if (iso == m_iso)
@@ -291,11 +285,6 @@ void CalculationController::setExposureError(std::optional<ExposureError> error)
     emit exposureErrorChanged();
 }
 
-QString CalculationController::exposureErrorText() const
-{
-    return m_exposureError ? rawValue(*m_exposureError) : QString();
-}
-
 void CalculationController::measureAndReschedule()
 {
     m_clock.callAfter(kMeasuringIntervalMs, this, [this] { measureAndReschedule(); });
@@ -310,7 +299,7 @@ QString CalculationController::debugDescription() const
         return value ? locale.toString(*value, 'f', 2) : QStringLiteral("–");
     };
     return QStringLiteral("LV %1 · EV %2 · %3 %4 · %5")
-        .arg(number(m_lightValue), number(m_exposureValue), modeText(),
+        .arg(number(m_lightValue), number(m_exposureValue), rawValue(m_mode),
              m_mode == Mode::tv   ? m_aperture.display
              : m_mode == Mode::av ? m_speed.display
                                   : m_manualExposure.display,

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "exposure/calculator.h"
-#include "exposure/componentview.h"
 #include "exposure/latestthrottle.h"
 #include "exposure/mode.h"
 
@@ -34,15 +33,6 @@ class ProfileSettings;
 /// All state lives on the main thread; timers run on the injected clock.
 class CalculationController : public QObject {
     Q_OBJECT
-    Q_PROPERTY(bool hold READ hold WRITE setHold NOTIFY holdChanged)
-    Q_PROPERTY(QString mode READ modeText WRITE setModeText NOTIFY modeChanged)
-    Q_PROPERTY(kestrum::ComponentView iso READ isoView NOTIFY isoChanged)
-    Q_PROPERTY(kestrum::ComponentView aperture READ apertureView NOTIFY apertureChanged)
-    Q_PROPERTY(kestrum::ComponentView speed READ speedView NOTIFY speedChanged)
-    Q_PROPERTY(kestrum::ComponentView compensation READ compensationView NOTIFY compensationChanged)
-    Q_PROPERTY(
-        kestrum::ComponentView manualExposure READ manualExposureView NOTIFY manualExposureChanged)
-    Q_PROPERTY(QString exposureError READ exposureErrorText NOTIFY exposureErrorChanged)
 
 public:
     static constexpr qint64 kThrottleIntervalMs = 300;
@@ -86,16 +76,6 @@ public:
     QString debugDescription() const;
     /// How many throttled outcomes of the current mode have been applied so far.
     qint64 appliedOutcomes() const { return m_appliedOutcomes; }
-
-    // QML-facing forms of the published fields.
-    QString modeText() const { return rawValue(m_mode); }
-    void setModeText(const QString& mode);
-    ComponentView isoView() const { return ComponentView(m_iso); }
-    ComponentView apertureView() const { return ComponentView(m_aperture); }
-    ComponentView speedView() const { return ComponentView(m_speed); }
-    ComponentView compensationView() const { return ComponentView(m_compensation); }
-    ComponentView manualExposureView() const { return ComponentView(m_manualExposure); }
-    QString exposureErrorText() const;
 
 signals:
     void holdChanged();

@@ -5,6 +5,7 @@
 #include "platform/photos/exiv2imagemetadata.h"
 #include "support/fakecapturedevice.h"
 #include "support/fakephotolibrary.h"
+#include "support/queuedcalls.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -40,17 +41,6 @@ struct Rig {
     std::unique_ptr<AnyCameraController> camera;
     std::unique_ptr<CameraFacade> facade;
 };
-
-// Waits until the event loop has run every call queued so far: a marker queued after
-// them arrives last.
-void finishQueuedCalls()
-{
-    QObject marker;
-    QSignalSpy arrived(&marker, &QObject::objectNameChanged);
-    QMetaObject::invokeMethod(
-        &marker, [&marker] { marker.setObjectName("arrived"); }, Qt::QueuedConnection);
-    QVERIFY(arrived.wait());
-}
 
 } // namespace
 

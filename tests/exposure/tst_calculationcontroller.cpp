@@ -37,7 +37,7 @@ struct Meter {
         const QString& shown = c.mode() == Mode::av   ? c.speed().display
                                : c.mode() == Mode::tv ? c.aperture().display
                                                       : c.manualExposure().display;
-        return c.exposureErrorText() + u' ' + shown;
+        return (c.exposureError() ? rawValue(*c.exposureError()) : QString()) + u' ' + shown;
     }
 
     MemoryPreferenceStore store;

@@ -2,6 +2,7 @@
 #include "settings/translationcatalogue.h"
 #include "support/fakemailcomposer.h"
 #include "support/memorypreferencestore.h"
+#include "support/queuedcalls.h"
 
 #include <QJsonObject>
 #include <QPointer>
@@ -35,17 +36,6 @@ QString ids(const QList<Profile>& profiles)
     for (const Profile& profile : profiles)
         ids += profile.id;
     return ids;
-}
-
-// Waits until the event loop has run every call queued so far: a marker queued after
-// them arrives last.
-void finishQueuedCalls()
-{
-    QObject marker;
-    QSignalSpy arrived(&marker, &QObject::objectNameChanged);
-    QMetaObject::invokeMethod(
-        &marker, [&marker] { marker.setObjectName("arrived"); }, Qt::QueuedConnection);
-    QVERIFY(arrived.wait());
 }
 
 } // namespace
