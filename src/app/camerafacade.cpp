@@ -65,10 +65,13 @@ void CameraFacade::followSession()
     if (session == m_session)
         return;
     disconnect(m_frameConnection);
+    disconnect(m_subjectAreaConnection);
     m_session = session;
     if (session) {
         m_frameConnection =
             connect(session, &CaptureDevice::frameArrived, this, &CameraFacade::present);
+        m_subjectAreaConnection = connect(session, &CaptureDevice::subjectAreaDidChange, this,
+                                          &CameraFacade::subjectAreaChanged);
     }
 }
 

@@ -106,6 +106,8 @@ signals:
     void interactiveZoomFactorChanged();
     void setUpErrorChanged();
     void videoSinkChanged();
+    /// The camera went back to following the scene after metering at a point.
+    void subjectAreaChanged();
     /// The end of a `logExposure()`: the photo is in the album, or `errorText` says why not.
     void exposureLogged(bool success, const QString& errorText);
 
@@ -128,6 +130,7 @@ private:
     QPointer<QVideoSink> m_videoSink;
     QPointer<CaptureDevice> m_session;
     QMetaObject::Connection m_frameConnection;
+    QMetaObject::Connection m_subjectAreaConnection;
     CoalescedCall m_refresh{this, [this] { refresh(); }};
 };
 

@@ -68,4 +68,17 @@ inline ExposureEnums::Error qmlError(std::optional<ExposureError> error)
                                                 : ExposureEnums::Error::Underexposed;
 }
 
+inline std::optional<ExposureError> errorFromQml(ExposureEnums::Error error)
+{
+    switch (error) {
+    case ExposureEnums::Error::Underexposed:
+        return ExposureError::underexposed;
+    case ExposureEnums::Error::Overexposed:
+        return ExposureError::overexposed;
+    case ExposureEnums::Error::NoError:
+        break;
+    }
+    return std::nullopt;
+}
+
 } // namespace kestrum

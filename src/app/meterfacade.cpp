@@ -2,6 +2,7 @@
 
 #include "app/qmlsingleton.h"
 #include "exposure/calculationcontroller.h"
+#include "exposure/lightvalue.h"
 #include "settings/settings.h"
 
 namespace kestrum {
@@ -47,6 +48,7 @@ MeterFacade::MeterFacade(CalculationController& meter, Settings& settings, QObje
     connect(&meter, &C::compensationChanged, this, &MeterFacade::compensationChanged);
     connect(&meter, &C::manualExposureChanged, this, &MeterFacade::manualExposureChanged);
     connect(&meter, &C::exposureErrorChanged, this, &MeterFacade::exposureErrorChanged);
+    connect(&meter, &C::lightValueChanged, this, &MeterFacade::lightValueTextChanged);
     connect(&meter, &C::isoChanged, m_isoScale, &ExposureScaleModel::refresh);
     connect(&meter, &C::apertureChanged, m_apertureScale, &ExposureScaleModel::refresh);
     connect(&meter, &C::speedChanged, m_speedScale, &ExposureScaleModel::refresh);
@@ -135,6 +137,12 @@ ComponentView MeterFacade::manualExposure() const
 ExposureEnums::Error MeterFacade::exposureError() const
 {
     return qmlError(m_meter.exposureError());
+}
+
+QString MeterFacade::lightValueText() const
+{
+    const std::optional<double> lightValue = m_meter.lightValue();
+    return lightValue ? kestrum::lightValueText(*lightValue) : QString();
 }
 
 } // namespace kestrum

@@ -42,6 +42,8 @@ class MeterFacade : public QObject {
         kestrum::ComponentView manualExposure READ manualExposure NOTIFY manualExposureChanged)
     Q_PROPERTY(
         kestrum::ExposureEnums::Error exposureError READ exposureError NOTIFY exposureErrorChanged)
+    /// The light value the meter works from, as shown: "LV 12.3"; empty before a reading.
+    Q_PROPERTY(QString lightValueText READ lightValueText NOTIFY lightValueTextChanged)
     Q_PROPERTY(kestrum::ExposureScaleModel* isoScale READ isoScale CONSTANT)
     Q_PROPERTY(kestrum::ExposureScaleModel* apertureScale READ apertureScale CONSTANT)
     Q_PROPERTY(kestrum::ExposureScaleModel* speedScale READ speedScale CONSTANT)
@@ -67,6 +69,7 @@ public:
     ComponentView compensation() const;
     ComponentView manualExposure() const;
     ExposureEnums::Error exposureError() const;
+    QString lightValueText() const;
 
     ExposureScaleModel* isoScale() const { return m_isoScale; }
     ExposureScaleModel* apertureScale() const { return m_apertureScale; }
@@ -83,6 +86,7 @@ signals:
     void compensationChanged();
     void manualExposureChanged();
     void exposureErrorChanged();
+    void lightValueTextChanged();
 
 private:
     void followCurrentProfile();

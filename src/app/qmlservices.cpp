@@ -3,9 +3,12 @@
 #include "app/appenvironmentsingleton.h"
 #include "app/camerafacade.h"
 #include "app/dependencycontainer.h"
+#include "app/desktopfacade.h"
 #include "app/facedetectorfacade.h"
+#include "app/hapticsfacade.h"
 #include "app/loggedphotomodel.h"
 #include "app/meterfacade.h"
+#include "app/previewoverlays.h"
 #include "app/settingsfacade.h"
 
 namespace kestrum {
@@ -17,12 +20,20 @@ QmlServices::QmlServices(const Sources& sources)
     , m_settings(std::make_unique<SettingsFacade>(sources.settings, sources.preferenceStore))
     , m_loggedPhotos(
           std::make_unique<LoggedPhotoModel>(sources.photoAlbum, sources.locationManager))
+    , m_haptics(std::make_unique<HapticsFacade>(sources.haptics))
+    , m_desktop(std::make_unique<DesktopFacade>(sources.desktopServices))
+    , m_overlays(std::make_unique<PreviewOverlays>(sources.clock))
 {
+    QObject::connect(m_camera.get(), &CameraFacade::subjectAreaChanged, m_overlays.get(),
+                     &PreviewOverlays::subjectAreaChanged);
     MeterFacade::setInstance(m_meter.get());
     CameraFacade::setInstance(m_camera.get());
     FaceDetectorFacade::setInstance(m_faces.get());
     SettingsFacade::setInstance(m_settings.get());
     LoggedPhotoModel::setInstance(m_loggedPhotos.get());
+    HapticsFacade::setInstance(m_haptics.get());
+    DesktopFacade::setInstance(m_desktop.get());
+    PreviewOverlays::setInstance(m_overlays.get());
     AppEnvironmentSingleton::setInstance(sources.environment);
 }
 
@@ -33,6 +44,9 @@ QmlServices::~QmlServices()
     FaceDetectorFacade::setInstance(nullptr);
     SettingsFacade::setInstance(nullptr);
     LoggedPhotoModel::setInstance(nullptr);
+    HapticsFacade::setInstance(nullptr);
+    DesktopFacade::setInstance(nullptr);
+    PreviewOverlays::setInstance(nullptr);
     AppEnvironmentSingleton::setInstance(nullptr);
 }
 
@@ -46,6 +60,9 @@ std::unique_ptr<QmlServices> registerQmlServices(const DependencyContainer& cont
         container.faceDetector(),
         container.photoAlbum(),
         container.locationManager(),
+        container.haptics(),
+        container.desktopServices(),
+        container.clock(),
         &container.environment(),
     });
 }

@@ -6,6 +6,12 @@ namespace kestrum {
 
 class AnyCameraController;
 class AppEnvironment;
+class Clock;
+class DesktopFacade;
+class DesktopServices;
+class Haptics;
+class HapticsFacade;
+class PreviewOverlays;
 class CalculationController;
 class CameraFacade;
 class DependencyContainer;
@@ -20,7 +26,7 @@ class Settings;
 class SettingsFacade;
 
 /// The QML singletons (Meter, CameraController, FaceDetector, AppSettings, LoggedPhotos,
-/// AppEnvironment),
+/// Haptics, Desktop, PreviewOverlays, AppEnvironment),
 /// made over the services they show and offered to every engine while this object lives.
 /// Make it before the engine loads its QML and destroy it after the engine is gone.
 ///
@@ -37,6 +43,9 @@ public:
         FaceDetector* faceDetector; ///< may be null
         PhotoAlbum& photoAlbum;
         LocationManager& locationManager;
+        Haptics& haptics;
+        DesktopServices& desktopServices;
+        Clock& clock; ///< times the preview's overlays
         AppEnvironment* environment = nullptr; ///< the window's; may be null
     };
 
@@ -53,6 +62,9 @@ private:
     std::unique_ptr<FaceDetectorFacade> m_faces;
     std::unique_ptr<SettingsFacade> m_settings;
     std::unique_ptr<LoggedPhotoModel> m_loggedPhotos;
+    std::unique_ptr<HapticsFacade> m_haptics;
+    std::unique_ptr<DesktopFacade> m_desktop;
+    std::unique_ptr<PreviewOverlays> m_overlays;
 };
 
 /// The QML singletons over the services of a filled container.

@@ -199,7 +199,10 @@ void CalculationController::setCompensation(const Compensation& compensation)
 
 void CalculationController::lightValueArrived(double lightValue)
 {
+    const bool changed = m_lightValue != lightValue;
     m_lightValue = lightValue;
+    if (changed)
+        emit lightValueChanged();
     exposureInputsChanged();
 }
 

@@ -59,6 +59,8 @@ public:
     void setCompensation(const Compensation& compensation);
     const Compensation& manualExposure() const { return m_manualExposure; }
     std::optional<ExposureError> exposureError() const { return m_exposureError; }
+    /// The camera's latest light value (ISO 100, stops); none before the first reading.
+    std::optional<double> lightValue() const { return m_lightValue; }
 
     /// What the controls offer: apertures and speeds within the profile's limits, ISO
     /// speeds within its limits, and the compensation scale of its ISO step.
@@ -86,6 +88,7 @@ signals:
     void compensationChanged();
     void manualExposureChanged();
     void exposureErrorChanged();
+    void lightValueChanged();
 
 private:
     void lightValueArrived(double lightValue);

@@ -4,10 +4,13 @@
 
 #include "album/locationmanager.h"
 #include "album/photoalbum.h"
+#include "app/facedetectorfacade.h"
 #include "app/qmlservices.h"
 #include "camera/anycameracontroller.h"
 #include "camera/mockcameracontroller.h"
 #include "exposure/calculationcontroller.h"
+#include "platform/desktop/desktopservices.h"
+#include "platform/desktop/haptics.h"
 #include "platform/photos/exiv2imagemetadata.h"
 #include "settings/settings.h"
 #include "settings/translationcatalogue.h"
@@ -29,9 +32,16 @@ using namespace kestrum;
 
 namespace {
 
-/// What the tests drive directly.
+/// What the tests drive directly, and what the app did to the devices.
 class Harness : public QObject {
     Q_OBJECT
+    /// Every point the camera was asked to meter at, in order.
+    Q_PROPERTY(QList<QPointF> exposedPoints MEMBER exposedPoints)
+    /// Whether each of those was a tap (the camera returns to the scene when it changes).
+    Q_PROPERTY(QList<bool> exposedMonitoring MEMBER exposedMonitoring)
+    /// Every haptic played: "selection", "success" or "error".
+    Q_PROPERTY(QStringList haptics MEMBER haptics)
+    Q_PROPERTY(int cameraSettingsOpened MEMBER cameraSettingsOpened)
 
 public:
     explicit Harness(ManualClock& clock)
@@ -40,9 +50,69 @@ public:
 
     /// Moves the meter's clock on, running its 0.3 s measurements and throttles.
     Q_INVOKABLE void advance(int ms) { m_clock.advance(ms); }
+    /// Forgets the exposures and haptics recorded so far.
+    Q_INVOKABLE void clearRecords()
+    {
+        exposedPoints.clear();
+        exposedMonitoring.clear();
+        haptics.clear();
+    }
+    /// Reports a face with normalised box `box`, as the face detector does.
+    Q_INVOKABLE void observeFace(QRectF box)
+    {
+        emit FaceDetectorFacade::create(nullptr, nullptr)->faceObserved(FaceObservation{box, 1.0f});
+    }
+
+    QList<QPointF> exposedPoints;
+    QList<bool> exposedMonitoring;
+    QStringList haptics;
+    int cameraSettingsOpened = 0;
 
 private:
     ManualClock& m_clock;
+};
+
+/// The mock camera, remembering where it was asked to meter.
+class RecordingCamera final : public MockCameraController {
+public:
+    explicit RecordingCamera(Harness& harness)
+        : MockCameraController(AuthorizationStatus::authorized, QStringLiteral("iPhone14,3"), false)
+        , m_harness(harness)
+    {}
+    void expose(QPointF point, ExposureMode, bool monitorSubjectAreaChange) override
+    {
+        m_harness.exposedPoints.append(point);
+        m_harness.exposedMonitoring.append(monitorSubjectAreaChange);
+    }
+
+private:
+    Harness& m_harness;
+};
+
+struct RecordingHaptics final : Haptics {
+    explicit RecordingHaptics(Harness& harness)
+        : harness(harness)
+    {}
+    void play(Feedback feedback) override
+    {
+        static const char* const names[] = {"selection", "success", "error"};
+        harness.haptics.append(QString::fromLatin1(names[int(feedback)]));
+    }
+    Harness& harness;
+};
+
+struct RecordingDesktop final : DesktopServices {
+    explicit RecordingDesktop(Harness& harness)
+        : harness(harness)
+    {}
+    bool openUrl(const QUrl&) override { return false; }
+    bool openCameraSettings() override
+    {
+        ++harness.cameraSettingsOpened;
+        return true;
+    }
+    bool openLocationSettings() override { return false; }
+    Harness& harness;
 };
 
 /// The services behind the singletons for one test file; the album holds one logged photo,
@@ -60,7 +130,8 @@ struct World {
         QObject::connect(&settings, &Settings::currentProfileSettingsChanged, &meter,
                          [this] { meter.setSettings(settings.currentProfileSettings()); });
         services = std::make_unique<QmlServices>(QmlServices::Sources{
-            settings, store, meter, camera, nullptr, *photoAlbum, locationManager});
+            settings, store, meter, camera, nullptr, *photoAlbum, locationManager, haptics,
+            desktop, clock});
     }
 
     MemoryPreferenceStore store;
@@ -68,8 +139,9 @@ struct World {
     ManualClock clock;
     Harness harness{clock};
     Settings settings{store, mail, {}};
-    AnyCameraController camera{std::make_shared<MockCameraController>(
-        AuthorizationStatus::authorized, QStringLiteral("iPhone14,3"), false)};
+    AnyCameraController camera{std::make_shared<RecordingCamera>(harness)};
+    RecordingHaptics haptics{harness};
+    RecordingDesktop desktop{harness};
     Calculator calculator{[this] { return settings.currentProfileSettings(); }};
     CalculationController meter{calculator, camera, settings.currentProfileSettings(), clock};
     Exiv2ImageMetadata metadata;
