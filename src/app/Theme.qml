@@ -18,6 +18,7 @@ QtObject {
     // Behind labels drawn over the preview.
     readonly property color scrim: Qt.rgba(0, 0, 0, 0.4)
     readonly property color shadow: Qt.rgba(0, 0, 0, 0.7)
+    readonly property color clear: "transparent"
 
     readonly property int captionSize: 11
     readonly property int bodySize: 15

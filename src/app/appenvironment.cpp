@@ -1,5 +1,7 @@
 #include "appenvironment.h"
 
+#include <QCoreApplication>
+
 namespace kestrum {
 
 void AppEnvironment::dismissPresentedViews(const std::function<void()>& completion)
@@ -17,6 +19,12 @@ void AppEnvironment::dismissPresentedViews(QJSValue completion)
         if (completion.isCallable())
             completion.call();
     });
+}
+
+void AppEnvironment::refuseScreenshotsMode() const
+{
+    if (QCoreApplication::arguments().contains(QStringLiteral("SCREENSHOTS_MODE")))
+        qFatal("Fatal error");
 }
 
 } // namespace kestrum

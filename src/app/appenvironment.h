@@ -32,6 +32,11 @@ public:
     /// The same for QML: `completion` is a function, or undefined for none.
     Q_INVOKABLE void dismissPresentedViews(QJSValue completion);
 
+    /// Stops the program when it was launched with "SCREENSHOTS_MODE": a run made for
+    /// store screenshots must never build the main screen. Called by the window's
+    /// content before it shows anything.
+    Q_INVOKABLE void refuseScreenshotsMode() const;
+
 signals:
     /// Every open sheet and dialog closes now.
     void dismissPresentedViewsRequested();

@@ -69,18 +69,6 @@ void installMetadataProvider(AnyCameraController& camera, CalculationController&
     });
 }
 
-void startLiveCamera(AnyCameraController& camera)
-{
-    // The main screen sets the live camera up; until it exists, start it here.
-    if (camera.authorizationStatus() == AuthorizationStatus::notDetermined)
-        camera.requestPermission();
-    try {
-        camera.setUp();
-    } catch (const std::exception& error) {
-        qWarning("the camera could not be started: %s", error.what());
-    }
-}
-
 } // namespace
 
 StartupOptions StartupOptions::fromEnvironment(const QStringList& arguments)
@@ -155,9 +143,8 @@ void fillDependencies(DependencyContainer& container, const StartupOptions& opti
     }
     services.faceDetector = makeFaceDetector(adapters);
 
+    // The main screen sets the camera up when it is first shown.
     container.fill(std::move(services));
-    if (!options.simulatedModel)
-        startLiveCamera(container.cameraController());
 }
 
 } // namespace kestrum

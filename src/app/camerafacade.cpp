@@ -66,13 +66,21 @@ void CameraFacade::followSession()
         return;
     disconnect(m_frameConnection);
     disconnect(m_subjectAreaConnection);
+    const bool hadSession = m_session != nullptr;
     m_session = session;
+    if (hadSession != (session != nullptr))
+        emit hasSessionChanged();
     if (session) {
         m_frameConnection =
             connect(session, &CaptureDevice::frameArrived, this, &CameraFacade::present);
         m_subjectAreaConnection = connect(session, &CaptureDevice::subjectAreaDidChange, this,
                                           &CameraFacade::subjectAreaChanged);
     }
+}
+
+bool CameraFacade::hasSession() const
+{
+    return !m_session.isNull();
 }
 
 void CameraFacade::present(const CameraFrame& frame)

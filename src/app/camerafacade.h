@@ -40,6 +40,9 @@ class CameraFacade : public QObject {
                    NOTIFY interactiveZoomFactorChanged)
     Q_PROPERTY(kestrum::CameraFacade::Error setUpError READ setUpError NOTIFY setUpErrorChanged)
     Q_PROPERTY(QString setUpErrorText READ setUpErrorText NOTIFY setUpErrorChanged)
+    /// Whether the camera has a capture session whose frames the preview shows; the mock
+    /// camera has none, and the preview shows its still picture instead.
+    Q_PROPERTY(bool hasSession READ hasSession NOTIFY hasSessionChanged)
     Q_PROPERTY(QVideoSink* videoSink READ videoSink WRITE setVideoSink NOTIFY videoSinkChanged)
 
 public:
@@ -76,6 +79,7 @@ public:
     Error setUpError() const { return m_setUpError; }
     /// The text the error alert shows for `setUpError`; empty without an error.
     QString setUpErrorText() const { return m_setUpErrorText; }
+    bool hasSession() const;
     QVideoSink* videoSink() const { return m_videoSink; }
     void setVideoSink(QVideoSink* sink);
 
@@ -106,6 +110,7 @@ signals:
     void interactiveZoomFactorChanged();
     void setUpErrorChanged();
     void videoSinkChanged();
+    void hasSessionChanged();
     /// The camera went back to following the scene after metering at a point.
     void subjectAreaChanged();
     /// The end of a `logExposure()`: the photo is in the album, or `errorText` says why not.

@@ -174,6 +174,8 @@ public slots:
     // Every test file gets its own engine, and a fresh world that outlives it.
     void qmlEngineAvailable(QQmlEngine* engine)
     {
+        // The module's QML components live in its resources, under qrc:/Kestrum.
+        engine->addImportPath(QStringLiteral("qrc:/"));
         m_world = std::make_unique<World>();
         s_world = m_world.get();
         connect(engine, &QObject::destroyed, this, [this, world = m_world.get()] {

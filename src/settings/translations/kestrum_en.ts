@@ -7,6 +7,78 @@
         <source>Default</source>
         <translation>Default</translation>
     </message>
+    <message id="mode">
+        <source>Mode</source>
+        <translation>Mode</translation>
+    </message>
+    <message id="accessibility.mode.av">
+        <source>Aperture priority</source>
+        <translation>Aperture priority</translation>
+    </message>
+    <message id="accessibility.mode.tv">
+        <source>Shutter priority</source>
+        <translation>Shutter priority</translation>
+    </message>
+    <message id="accessibility.mode.m">
+        <source>Manual</source>
+        <translation>Manual</translation>
+    </message>
+    <message id="accessibility.hold">
+        <source>Hold</source>
+        <translation>Hold</translation>
+    </message>
+    <message id="accessibility.profilePicker">
+        <source>Profile</source>
+        <translation>Profile</translation>
+    </message>
+    <message id="settings">
+        <source>Settings</source>
+        <translation>Settings</translation>
+    </message>
+    <message id="accessibility.aperture">
+        <source>Aperture</source>
+        <translation>Aperture</translation>
+    </message>
+    <message id="accessibility.shutterSpeed">
+        <source>Shutter speed</source>
+        <translation>Shutter speed</translation>
+    </message>
+    <message id="accessibility.iso">
+        <source>ISO</source>
+        <translation>ISO</translation>
+    </message>
+    <message id="accessibility.manual">
+        <source>Exposure deviation</source>
+        <translation>Exposure deviation</translation>
+    </message>
+    <message id="accessibility.underexposed">
+        <source>Underexposed</source>
+        <translation>Underexposed</translation>
+    </message>
+    <message id="accessibility.overexposed">
+        <source>Overexposed</source>
+        <translation>Overexposed</translation>
+    </message>
+    <message id="accessibility.compensation">
+        <source>Exposure compensation</source>
+        <translation>Exposure compensation</translation>
+    </message>
+    <message id="button.save">
+        <source>Log</source>
+        <translation>Log</translation>
+    </message>
+    <message id="accessibility.photoalbum">
+        <source>Logged photos</source>
+        <translation>Logged photos</translation>
+    </message>
+    <message id="button.done">
+        <source>Done</source>
+        <translation>Done</translation>
+    </message>
+    <message id="OK">
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
     <message id="profile.untitled">
         <source>Untitled</source>
         <translation>Untitled</translation>

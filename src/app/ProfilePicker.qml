@@ -1,0 +1,39 @@
+import QtQuick
+import QtQuick.Controls
+import Kestrum
+
+// Chooses the profile the meter works with; the built-in one is called "Default".
+ComboBox {
+    id: picker
+
+    function titleOf(id: string, name: string): string {
+        return id === "default" ? qsTrId("profile.default") : name;
+    }
+
+    model: AppSettings.profiles
+    textRole: "name"
+    valueRole: "id"
+    currentIndex: indexOfValue(AppSettings.currentProfileID)
+    displayText: titleOf(currentValue ?? "", currentText)
+    flat: true
+    font.pixelSize: Theme.bodySize
+    Accessible.name: qsTrId("accessibility.profilePicker")
+    Accessible.description: displayText
+
+    delegate: MenuItem {
+        id: item
+        required property int index
+        required property string id
+        required property string name
+        required property bool isCurrent
+
+        width: ListView.view.width
+        text: picker.titleOf(id, name)
+        checkable: true
+        checked: isCurrent
+        highlighted: picker.highlightedIndex === index
+        Accessible.name: text
+    }
+
+    onActivated: index => AppSettings.currentProfileID = valueAt(index)
+}
