@@ -2,6 +2,7 @@
 #include "app/dependencycontainer.h"
 #include "app/linuxadapterfactory.h"
 #include "app/qmlservices.h"
+#include "app/toolruns.h"
 #include "exposure/calculationcontroller.h"
 #include "platform/desktop/dbusappinstance.h"
 #include "settings/translationcatalogue.h"
@@ -13,62 +14,13 @@
 #include <QQmlApplicationEngine>
 #include <QQuickStyle>
 #include <QQuickWindow>
-#include <QTimer>
-
-#include <atomic>
-#include <cstdio>
 
 namespace {
-
-constexpr int kScreenshotDelayMs = 800; // lets the first readings arrive and settle
 
 QQuickWindow* firstWindow(const QQmlApplicationEngine& engine)
 {
     const auto roots = engine.rootObjects();
     return roots.isEmpty() ? nullptr : qobject_cast<QQuickWindow*>(roots.first());
-}
-
-// Saves a picture of the first window and quits: a way to look at the screens on a
-// machine without a display (QT_QPA_PLATFORM=offscreen).
-void takeScreenshot(QQmlApplicationEngine& engine, const QString& path)
-{
-    QTimer::singleShot(kScreenshotDelayMs, &engine, [&engine, path] {
-        QQuickWindow* window = firstWindow(engine);
-        const bool saved = window && window->grabWindow().save(path);
-        if (!saved)
-            qWarning("could not save a screenshot to %s", qPrintable(path));
-        QCoreApplication::exit(saved ? 0 : 1);
-    });
-}
-
-// Quits once a frame showing the meter's first computed reading is on screen, printing
-// "first reading after N ms" (since the application object was made): the start-up
-// benchmark's finish line. A frame shows the reading when the reading was applied before
-// the scene was synchronised for it.
-void quitAfterFirstReading(QQuickWindow& window, const kestrum::CalculationController& meter,
-                           const QElapsedTimer& sinceStart)
-{
-    auto readingSynced = std::make_shared<std::atomic_bool>(false);
-    QObject::connect(
-        &window, &QQuickWindow::beforeSynchronizing, &window,
-        [readingSynced, &meter] {
-            if (meter.appliedOutcomes() > 0)
-                readingSynced->store(true);
-        },
-        Qt::DirectConnection);
-    QObject::connect(
-        &window, &QQuickWindow::frameSwapped, &window,
-        [readingSynced, &sinceStart] {
-            if (!readingSynced->exchange(false))
-                return;
-            const qint64 elapsedMs = sinceStart.elapsed();
-            QMetaObject::invokeMethod(QCoreApplication::instance(), [elapsedMs] {
-                std::printf("first reading after %lld ms\n", static_cast<long long>(elapsedMs));
-                std::fflush(stdout);
-                QCoreApplication::exit(0);
-            });
-        },
-        Qt::DirectConnection);
 }
 
 } // namespace
@@ -91,6 +43,12 @@ int main(int argc, char* argv[])
     const QCommandLineOption screenshot(QStringLiteral("screenshot"),
                                         QStringLiteral("Save a picture of the window and quit."),
                                         QStringLiteral("file.png"));
+    // Where the screenshot is taken, and a tap before it (for pictures of the tap marker).
+    QCommandLineOption screenshotAfter(QStringLiteral("screenshot-after"), QString(),
+                                       QStringLiteral("ms"), QStringLiteral("800"));
+    QCommandLineOption tap(QStringLiteral("tap"), QString(), QStringLiteral("x,y"));
+    screenshotAfter.setFlags(QCommandLineOption::HiddenFromHelp);
+    tap.setFlags(QCommandLineOption::HiddenFromHelp);
     const QCommandLineOption firstReading(
         QStringLiteral("quit-after-first-reading"),
         QStringLiteral("Quit once the first reading is shown, printing how long it took."));
@@ -101,7 +59,8 @@ int main(int argc, char* argv[])
                                        QStringLiteral("key=value"));
     quickAction.setFlags(QCommandLineOption::HiddenFromHelp);
     quickActionInfo.setFlags(QCommandLineOption::HiddenFromHelp);
-    arguments.addOptions({screenshot, firstReading, quickAction, quickActionInfo});
+    arguments.addOptions(
+        {screenshot, screenshotAfter, tap, firstReading, quickAction, quickActionInfo});
     arguments.process(app);
 
     // A start from the launcher or a quick action goes to the running instance, if any.
@@ -133,10 +92,15 @@ int main(int argc, char* argv[])
         });
         QObject::connect(&instance, &kestrum::AppInstance::handedOver, &shell,
                          &kestrum::AppShell::takeHandOver);
-        if (arguments.isSet(screenshot))
-            takeScreenshot(engine, arguments.value(screenshot));
-        if (QQuickWindow* window = firstWindow(engine); window && arguments.isSet(firstReading))
-            quitAfterFirstReading(*window, container.calculationController(), sinceStart);
+        QQuickWindow* window = firstWindow(engine);
+        if (window && arguments.isSet(screenshot)) {
+            const int delayMs = arguments.value(screenshotAfter).toInt();
+            kestrum::takeScreenshot(*window, arguments.value(screenshot), delayMs);
+            if (const QStringList at = arguments.value(tap).split(u','); at.size() == 2)
+                kestrum::tapAfter(*window, QPointF(at[0].toDouble(), at[1].toDouble()), delayMs / 2);
+        }
+        if (window && arguments.isSet(firstReading))
+            kestrum::quitAfterFirstReading(*window, container.calculationController(), sinceStart);
         status = QGuiApplication::exec();
     }
     container.clear(); // while the application object still exists
