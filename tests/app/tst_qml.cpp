@@ -42,6 +42,8 @@ class Harness : public QObject {
     /// Every haptic played: "selection", "success" or "error".
     Q_PROPERTY(QStringList haptics MEMBER haptics)
     Q_PROPERTY(int cameraSettingsOpened MEMBER cameraSettingsOpened)
+    /// How often a pinch's zoom was made the camera's own.
+    Q_PROPERTY(int zoomCommits MEMBER zoomCommits)
 
 public:
     explicit Harness(ManualClock& clock)
@@ -56,6 +58,7 @@ public:
         exposedPoints.clear();
         exposedMonitoring.clear();
         haptics.clear();
+        zoomCommits = 0;
     }
     /// Reports a face with normalised box `box`, as the face detector does.
     Q_INVOKABLE void observeFace(QRectF box)
@@ -67,6 +70,7 @@ public:
     QList<bool> exposedMonitoring;
     QStringList haptics;
     int cameraSettingsOpened = 0;
+    int zoomCommits = 0;
 
 private:
     ManualClock& m_clock;
@@ -83,6 +87,11 @@ public:
     {
         m_harness.exposedPoints.append(point);
         m_harness.exposedMonitoring.append(monitorSubjectAreaChange);
+    }
+    void commitInteractiveZoom() override
+    {
+        ++m_harness.zoomCommits;
+        setInteractiveZoomFactor(1.0f);
     }
 
 private:

@@ -1,0 +1,147 @@
+import QtQuick
+import QtTest
+import Kestrum
+import KestrumTest
+
+// The preview in a square view, before any frame: the picture is taken to be 1080 × 1440
+// points, so it fills the 390-point width at 0.3611 and overhangs 65 points above and
+// below (520 points tall).
+Item {
+    id: stage
+    width: 390
+    height: 844
+
+    Component {
+        id: previewComponent
+        CameraPreview {
+            width: 390
+            height: 390
+            simulated: false
+        }
+    }
+
+    Component {
+        id: contentComponent
+        ContentView {
+            width: 390
+            height: 844
+        }
+    }
+
+    TestCase {
+        id: test
+        name: "Preview"
+        when: windowShown
+
+        function init() {
+            Harness.clearRecords();
+            // Lets any marker or outline of an earlier test run out.
+            Harness.advance(5000);
+        }
+
+        function fuzzyComparePoint(actual, x, y) {
+            fuzzyCompare(actual.x, x, 0.0001);
+            fuzzyCompare(actual.y, y, 0.0001);
+        }
+
+        function test_tapMetersAtTheTappedPoint_data() {
+            return [
+                {
+                    tag: "centre",
+                    x: 195,
+                    y: 195,
+                    deviceX: 0.5,
+                    deviceY: 0.5
+                },
+                {
+                    tag: "top left corner, under the overhang",
+                    x: 0,
+                    y: 0,
+                    deviceX: 0,
+                    deviceY: 0.125
+                },
+                {
+                    tag: "bottom right corner",
+                    x: 390,
+                    y: 390,
+                    deviceX: 1,
+                    deviceY: 0.875
+                },
+                {
+                    tag: "left of centre, a quarter down",
+                    x: 97.5,
+                    y: 65,
+                    deviceX: 0.25,
+                    deviceY: 0.25
+                }
+            ];
+        }
+        function test_tapMetersAtTheTappedPoint(data) {
+            const preview = createTemporaryObject(previewComponent, stage);
+            preview.meterAt(Qt.point(data.x, data.y));
+            compare(Harness.exposedPoints.length, 1);
+            fuzzyComparePoint(Harness.exposedPoints[0], data.deviceX, data.deviceY);
+            compare(Harness.exposedMonitoring[0], true);
+        }
+
+        function test_tapShowsTheMarkerUntilItFades() {
+            const preview = createTemporaryObject(previewComponent, stage);
+            mouseClick(preview, 100, 200);
+            compare(Harness.exposedPoints.length, 1);
+            fuzzyComparePoint(Harness.exposedPoints[0], 100 / 390, 265 / 520);
+            compare(PreviewOverlays.markerPhase, PreviewOverlays.Shown);
+            compare(PreviewOverlays.markerRect, Qt.rect(70, 170, 60, 60));
+            Harness.advance(1999);
+            compare(PreviewOverlays.markerPhase, PreviewOverlays.Shown);
+            Harness.advance(1);
+            compare(PreviewOverlays.markerPhase, PreviewOverlays.Fading);
+            Harness.advance(300);
+            compare(PreviewOverlays.markerPhase, PreviewOverlays.Hidden);
+        }
+
+        // A face box of (0.25, 0.5, 0.5, 0.25) is (270, 720, 540, 360) in the reference
+        // frame; at 0.3611 that is (97.5, 260, 195, 130), 65 points up in the view. Its
+        // centre (540, 900) is (195, 325) at the view's scale: device (0.5, 0.75), which
+        // mirrored is (0.5, 0.25).
+        function test_faceMetersAtTheMirroredCentre() {
+            const preview = createTemporaryObject(previewComponent, stage);
+            Harness.observeFace(Qt.rect(0.25, 0.5, 0.5, 0.25));
+            compare(Harness.exposedPoints.length, 1);
+            fuzzyComparePoint(Harness.exposedPoints[0], 0.5, 0.25);
+            compare(Harness.exposedMonitoring[0], false);
+            fuzzyCompare(preview.faceOutline.x, 97.5, 0.001);
+            fuzzyCompare(preview.faceOutline.y, 195, 0.001);
+            fuzzyCompare(preview.faceOutline.width, 195, 0.001);
+            fuzzyCompare(preview.faceOutline.height, 130, 0.001);
+            fuzzyCompare(preview.geometry.faceCornerRadius(preview.faceOutline), 24.375, 0.001);
+        }
+
+        function test_outlineStaysWhileFacesArrive() {
+            createTemporaryObject(previewComponent, stage);
+            Harness.observeFace(Qt.rect(0.25, 0.5, 0.5, 0.25));
+            verify(PreviewOverlays.faceOutlineVisible);
+            Harness.advance(400);
+            Harness.observeFace(Qt.rect(0.3, 0.5, 0.5, 0.25));
+            Harness.advance(499);
+            verify(PreviewOverlays.faceOutlineVisible);
+            Harness.advance(1);
+            verify(!PreviewOverlays.faceOutlineVisible);
+            // Every face metered; faces leave no tap marker.
+            compare(Harness.exposedPoints.length, 2);
+            compare(PreviewOverlays.markerPhase, PreviewOverlays.Hidden);
+        }
+
+        function test_pinchZoomsAndCommitsOnRelease() {
+            const content = createTemporaryObject(contentComponent, stage);
+            const preview = content.preview;
+            const touch = touchEvent(preview);
+            touch.press(0, preview, 150, 200).press(1, preview, 250, 200).commit();
+            touch.move(0, preview, 125, 200).move(1, preview, 275, 200).commit();
+            touch.move(0, preview, 100, 200).move(1, preview, 300, 200).commit();
+            fuzzyCompare(CameraController.interactiveZoomFactor, 2, 0.01);
+            compare(Harness.zoomCommits, 0);
+            touch.release(0, preview, 100, 200).release(1, preview, 300, 200).commit();
+            compare(Harness.zoomCommits, 1);
+        }
+    }
+}
