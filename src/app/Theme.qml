@@ -21,10 +21,17 @@ QtObject {
     readonly property color clear: "transparent"
 
     readonly property int captionSize: 11
+    readonly property int smallCaptionSize: 9
+    // The rounded face of small labels over the preview (package fonts-quicksand); without
+    // it the default face stands in.
+    readonly property string roundedFontFamily: "Quicksand"
     readonly property int bodySize: 15
     readonly property int valueSize: 20
     readonly property int computedSize: 34
 
     readonly property int spacing: 8
     readonly property int margin: 16
+
+    // How long a control takes to show a new selection.
+    readonly property int selectionMs: 200
 }

@@ -22,6 +22,7 @@
 #include "support/memorypreferencestore.h"
 #include "support/testphotos.h"
 
+#include <QAccessible>
 #include <QQmlEngine>
 #include <QtQml/qqmlextensionplugin.h>
 #include <QtQuickTest>
@@ -32,7 +33,8 @@ using namespace kestrum;
 
 namespace {
 
-/// What the tests drive directly, and what the app did to the devices.
+/// What the tests drive directly, what the app did to the devices, and what a screen reader
+/// reads.
 class Harness : public QObject {
     Q_OBJECT
     /// Every point the camera was asked to meter at, in order.
@@ -64,6 +66,37 @@ public:
     Q_INVOKABLE void observeFace(QRectF box)
     {
         emit FaceDetectorFacade::create(nullptr, nullptr)->faceObserved(FaceObservation{box, 1.0f});
+    }
+
+    /// What a screen reader learns of `item`: name, role, description, value with its
+    /// bounds, and how many elements it has under it; empty when it is not an element.
+    Q_INVOKABLE QVariantMap accessible(QObject* item) const
+    {
+        QAccessibleInterface* element = QAccessible::queryAccessibleInterface(item);
+        if (!element)
+            return {};
+        QVariantMap map{{QStringLiteral("name"), element->text(QAccessible::Name)},
+                        {QStringLiteral("description"), element->text(QAccessible::Description)},
+                        {QStringLiteral("role"), int(element->role())},
+                        {QStringLiteral("childCount"), element->childCount()}};
+        if (QAccessibleValueInterface* value = element->valueInterface()) {
+            map.insert(QStringLiteral("value"), value->currentValue());
+            map.insert(QStringLiteral("minimumValue"), value->minimumValue());
+            map.insert(QStringLiteral("maximumValue"), value->maximumValue());
+        }
+        return map;
+    }
+
+    /// Performs a screen reader's action on `item`: "Increase", "Decrease", "Press"…; false
+    /// when the element does not offer it.
+    Q_INVOKABLE bool accessibleAction(QObject* item, const QString& action) const
+    {
+        QAccessibleInterface* element = QAccessible::queryAccessibleInterface(item);
+        QAccessibleActionInterface* actions = element ? element->actionInterface() : nullptr;
+        if (!actions || !actions->actionNames().contains(action))
+            return false;
+        actions->doAction(action);
+        return true;
     }
 
     QList<QPointF> exposedPoints;

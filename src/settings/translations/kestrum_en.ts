@@ -83,5 +83,29 @@
         <source>Untitled</source>
         <translation>Untitled</translation>
     </message>
+    <message id="permission.camera.text">
+        <source>Kestrum meters the light through the camera. Allow access to the camera to take a reading.</source>
+        <translation>Kestrum meters the light through the camera. Allow access to the camera to take a reading.</translation>
+    </message>
+    <message id="permission.camera.settings.text">
+        <source>Camera access is turned off for Kestrum. Turn it on in the system settings.</source>
+        <translation>Camera access is turned off for Kestrum. Turn it on in the system settings.</translation>
+    </message>
+    <message id="permission.camera.settings.button">
+        <source>Open Settings</source>
+        <translation>Open Settings</translation>
+    </message>
+    <message id="permission.camera.button">
+        <source>Allow Camera Access</source>
+        <translation>Allow Camera Access</translation>
+    </message>
+    <message id="accessibility.zoom">
+        <source>Zoom</source>
+        <translation>Zoom</translation>
+    </message>
+    <message id="accessibility.mockCamera">
+        <source>Simulated camera picture</source>
+        <translation>Simulated camera picture</translation>
+    </message>
 </context>
 </TS>
