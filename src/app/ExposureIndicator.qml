@@ -6,7 +6,7 @@ import QtQuick.Shapes
 Item {
     id: indicator
 
-    required property color fillColor
+    required property color color
 
     // The outline in the item's own coordinates, tip first and last; the shape draws exactly
     // these points, so they are what a layout or a test can rely on.
@@ -19,7 +19,7 @@ Item {
         layer.samples: 4
 
         ShapePath {
-            fillColor: indicator.fillColor
+            fillColor: indicator.color
             strokeWidth: -1
             // Qt 6.4's OpenGL triangulation loses some simple outlines under the default
             // odd-even rule (this triangle among them); a simple outline fills the same under

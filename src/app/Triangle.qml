@@ -6,7 +6,7 @@ import QtQuick.Shapes
 Item {
     id: triangle
 
-    required property color fillColor
+    required property color color
 
     // The outline in the item's own coordinates, closed on the first corner; the shape draws
     // exactly these points.
@@ -19,7 +19,7 @@ Item {
         layer.samples: 4
 
         ShapePath {
-            fillColor: triangle.fillColor
+            fillColor: triangle.color
             strokeWidth: -1
             // Qt 6.4's OpenGL triangulation loses some simple outlines under the default
             // odd-even rule (this triangle among them); a simple outline fills the same under

@@ -108,7 +108,7 @@ Item {
             const shape = createTemporaryObject(data.shape, stage, {
                     "width": data.width,
                     "height": data.height,
-                    "fillColor": Theme.appYellow
+                    "color": Theme.appYellow
                 });
             compare(shape.points.map(p => p.x + "," + p.y).join(" "), data.points);
             // The fill reaches the points inside the outline and no others.
