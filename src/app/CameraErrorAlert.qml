@@ -28,7 +28,7 @@ Dialog {
             text: qsTrId("OK")
             flat: true
             Accessible.name: text
-            DialogButtonBox.buttonRole: DialogButtonBox.AcceptRole
+            onClicked: alert.accept()
         }
     }
 

@@ -50,8 +50,10 @@ Item {
 
     PreviewGeometry {
         id: geometry
-        frameSize: video.sourceRect.size
-        viewSize: Qt.size(preview.width, preview.height)
+        frameWidth: video.sourceRect.width
+        frameHeight: video.sourceRect.height
+        viewWidth: preview.width
+        viewHeight: preview.height
     }
 
     TapHandler {
@@ -81,7 +83,7 @@ Item {
         radius: geometry.faceCornerRadius(box)
         color: Theme.clear
         border.color: Theme.appYellow
-        border.width: Math.max(1.5, 5 * geometry.frameRect.width / 1080)
+        border.width: Math.max(1.5, 5 * geometry.referenceScale)
         opacity: Theme.markerOpacity
     }
 
@@ -91,10 +93,10 @@ Item {
 
         readonly property int phase: PreviewOverlays.markerPhase
 
-        x: PreviewOverlays.markerRect.x
-        y: PreviewOverlays.markerRect.y
-        width: PreviewOverlays.markerRect.width
-        height: PreviewOverlays.markerRect.height
+        x: PreviewOverlays.markerX
+        y: PreviewOverlays.markerY
+        width: PreviewOverlays.markerSide
+        height: PreviewOverlays.markerSide
         visible: phase !== PreviewOverlays.Hidden
         onPhaseChanged: {
             fade.stop();

@@ -7,7 +7,7 @@ Item {
     id: container
 
     readonly property bool authorized: CameraController.authorizationStatus === CameraController.Authorized
-    readonly property alias content: loader.item
+    readonly property ContentView content: loader.item as ContentView
 
     Component.onCompleted: AppEnvironment.refuseScreenshotsMode()
 

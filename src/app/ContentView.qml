@@ -20,6 +20,8 @@ Item {
     readonly property alias speedStrip: speedStrip
     readonly property alias isoStrip: isoStrip
     readonly property alias compensationControl: compensation
+    // The magnification of the running pinch, over the zoom when it began.
+    readonly property real pinchScale: pinch.activeScale
 
     // The log road: the camera captures its next frame into the album; the hand feels
     // how it went, and a failed log says nothing more.
@@ -104,10 +106,11 @@ Item {
             delegate: Image {
                 required property string previewSource
 
-                width: GridView.view.cellWidth - 2
+                width: GridView.view.width / 3 - 2
                 height: width
                 source: previewSource
-                sourceSize: Qt.size(width, height)
+                sourceSize.width: width
+                sourceSize.height: height
                 fillMode: Image.PreserveAspectCrop
                 asynchronous: true
             }

@@ -51,6 +51,9 @@ Item {
     Repeater {
         model: view.values
 
+        // The delegate reaches the control by its id, a scope that qmllint of Qt 6.4 does
+        // not follow into delegates.
+        // qmllint disable unqualified
         delegate: Item {
             id: tick
             required property int index
@@ -79,6 +82,7 @@ Item {
                 font.pixelSize: Theme.captionSize
             }
         }
+        // qmllint enable unqualified
     }
 
     Text {

@@ -23,7 +23,8 @@ namespace kestrum {
 /// end of the full-stop table, which a cut or finer scale may not hold). Scales that only
 /// show where a value stands (`selectable` false) point at the nearest entry instead and
 /// ignore writes.
-class ExposureScaleModel : public SyncedListModel {
+/// The base is named in full because QML tools match base classes by their full names.
+class ExposureScaleModel : public kestrum::SyncedListModel {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("scales are offered by Meter and ProfileSettings")

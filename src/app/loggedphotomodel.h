@@ -20,7 +20,8 @@ class PhotoAlbum;
 ///
 /// The pictures come from the "loggedphotos" image provider, which `create()` installs in
 /// the engine that asks for this singleton. `placeName` names the place of a position.
-class LoggedPhotoModel : public SyncedListModel {
+/// The base is named in full because QML tools match base classes by their full names.
+class LoggedPhotoModel : public kestrum::SyncedListModel {
     Q_OBJECT
     QML_NAMED_ELEMENT(LoggedPhotos)
     QML_SINGLETON

@@ -15,20 +15,38 @@ QSizeF pictureSize(QSizeF frameSize)
 
 } // namespace
 
-void PreviewGeometry::setFrameSize(QSizeF size)
+void PreviewGeometry::setFrameWidth(double width)
 {
-    if (size == m_frameSize)
+    setSizes({width, m_frameSize.height()}, m_viewSize);
+}
+
+void PreviewGeometry::setFrameHeight(double height)
+{
+    setSizes({m_frameSize.width(), height}, m_viewSize);
+}
+
+void PreviewGeometry::setViewWidth(double width)
+{
+    setSizes(m_frameSize, {width, m_viewSize.height()});
+}
+
+void PreviewGeometry::setViewHeight(double height)
+{
+    setSizes(m_frameSize, {m_viewSize.width(), height});
+}
+
+void PreviewGeometry::setSizes(QSizeF frameSize, QSizeF viewSize)
+{
+    if (frameSize == m_frameSize && viewSize == m_viewSize)
         return;
-    m_frameSize = size;
+    m_frameSize = frameSize;
+    m_viewSize = viewSize;
     emit changed();
 }
 
-void PreviewGeometry::setViewSize(QSizeF size)
+double PreviewGeometry::referenceScale() const
 {
-    if (size == m_viewSize)
-        return;
-    m_viewSize = size;
-    emit changed();
+    return frameRect().width() / FaceBox::kReferenceFrame.width();
 }
 
 QRectF PreviewGeometry::frameRect() const

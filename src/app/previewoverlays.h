@@ -24,8 +24,11 @@ class PreviewOverlays : public QObject {
     QML_SINGLETON
     Q_PROPERTY(kestrum::PreviewOverlays::MarkerPhase markerPhase READ markerPhase NOTIFY
                    markerChanged)
-    /// The 60 × 60 square around the last tap, in view coordinates.
-    Q_PROPERTY(QRectF markerRect READ markerRect NOTIFY markerChanged)
+    /// The 60 × 60 square around the last tap, in view coordinates: its top-left corner
+    /// and side.
+    Q_PROPERTY(double markerX READ markerX NOTIFY markerChanged)
+    Q_PROPERTY(double markerY READ markerY NOTIFY markerChanged)
+    Q_PROPERTY(double markerSide READ markerSide CONSTANT)
     Q_PROPERTY(int markerFadeMs READ markerFadeMs CONSTANT)
     Q_PROPERTY(bool faceOutlineVisible READ faceOutlineVisible NOTIFY faceOutlineVisibleChanged)
 
@@ -44,7 +47,9 @@ public:
     static void setInstance(PreviewOverlays* instance) { s_instance = instance; }
 
     MarkerPhase markerPhase() const;
-    QRectF markerRect() const { return m_marker.rect(); }
+    double markerX() const { return m_marker.rect().x(); }
+    double markerY() const { return m_marker.rect().y(); }
+    static double markerSide() { return TapMarker::kSidePoints; }
     static int markerFadeMs() { return int(TapMarker::kFadeMs); }
     bool faceOutlineVisible() const { return m_faceOutline.visible(); }
 

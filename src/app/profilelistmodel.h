@@ -15,7 +15,8 @@ class Settings;
 /// the list view has finished the edit that asked for them, so their rows change a moment
 /// later. The first profile can be neither deleted nor moved, and nothing can be moved
 /// before it: such requests change nothing.
-class ProfileListModel : public SyncedListModel {
+/// The base is named in full because QML tools match base classes by their full names.
+class ProfileListModel : public kestrum::SyncedListModel {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("the profile list is AppSettings.profiles")

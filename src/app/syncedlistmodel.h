@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAbstractListModel>
+#include <QtQmlIntegration/qqmlintegration.h>
 #include <QList>
 #include <QSet>
 
@@ -20,6 +21,7 @@ namespace kestrum {
 /// coming or going, repeated keys) resets the model.
 class SyncedListModel : public QAbstractListModel {
     Q_OBJECT
+    QML_ANONYMOUS // so that QML tools know the `count` of the models built on it
     Q_PROPERTY(int count READ count NOTIFY countChanged)
 
 public:

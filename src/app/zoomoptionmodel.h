@@ -14,7 +14,8 @@ class AnyCameraController;
 /// The camera's zoom presets, in the order the zoom picker shows them, with the
 /// selection: `currentIndex` is the row of the camera's current option (−1 when it has
 /// none among them), and writing it makes that row's option current.
-class ZoomOptionModel : public SyncedListModel {
+/// The base is named in full because QML tools match base classes by their full names.
+class ZoomOptionModel : public kestrum::SyncedListModel {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("zoom options are offered by CameraController")

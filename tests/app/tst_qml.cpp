@@ -4,6 +4,7 @@
 
 #include "album/locationmanager.h"
 #include "album/photoalbum.h"
+#include "app/appenvironment.h"
 #include "app/facedetectorfacade.h"
 #include "app/qmlservices.h"
 #include "camera/anycameracontroller.h"
@@ -173,7 +174,7 @@ struct World {
                          [this] { meter.setSettings(settings.currentProfileSettings()); });
         services = std::make_unique<QmlServices>(QmlServices::Sources{
             settings, store, meter, camera, nullptr, *photoAlbum, locationManager, haptics,
-            desktop, clock});
+            desktop, clock, &environment});
     }
 
     MemoryPreferenceStore store;
@@ -184,6 +185,7 @@ struct World {
     AnyCameraController camera{std::make_shared<RecordingCamera>(harness)};
     RecordingHaptics haptics{harness};
     RecordingDesktop desktop{harness};
+    AppEnvironment environment;
     Calculator calculator{[this] { return settings.currentProfileSettings(); }};
     CalculationController meter{calculator, camera, settings.currentProfileSettings(), clock};
     Exiv2ImageMetadata metadata;
