@@ -190,7 +190,7 @@ Item {
                     spacing: Theme.spacing
 
                     Text {
-                        anchors.baseline: lightValue.baseline
+                        id: computedValue
                         text: content.manual ? Meter.manualExposure.signedDisplay : content.shutterPriority ? "\u0192/" + Meter.aperture.display : Meter.speed.display
                         color: content.exposureError ? Theme.error : Theme.appYellow
                         font.pixelSize: Theme.computedSize
@@ -199,7 +199,7 @@ Item {
                         Accessible.name: text
                     }
                     Text {
-                        id: lightValue
+                        anchors.baseline: computedValue.baseline
                         text: Meter.lightValueText
                         color: Theme.secondary
                         font.pixelSize: Theme.captionSize
@@ -207,7 +207,7 @@ Item {
                         Accessible.name: text
                     }
                     Text {
-                        anchors.baseline: lightValue.baseline
+                        anchors.baseline: computedValue.baseline
                         visible: content.exposureError && !content.manual
                         text: Meter.exposureError === Exposure.Overexposed ? "\u25b2" : "\u25bc"
                         color: Theme.error
@@ -323,6 +323,7 @@ Item {
                     text: qsTrId("button.save")
                     font.pixelSize: Theme.bodySize
                     font.bold: true
+                    font.capitalization: Font.MixedCase
                     Accessible.name: text
                     onClicked: content.logExposure()
                 }

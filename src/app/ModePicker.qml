@@ -12,6 +12,7 @@ ToolButton {
     text: shortNames[Meter.mode]
     font.pixelSize: Theme.valueSize
     font.bold: true
+    font.capitalization: Font.MixedCase
     Accessible.role: Accessible.ComboBox
     Accessible.name: qsTrId("mode")
     Accessible.description: names[Meter.mode]

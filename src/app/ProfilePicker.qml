@@ -14,7 +14,7 @@ ComboBox {
     textRole: "name"
     valueRole: "id"
     currentIndex: indexOfValue(AppSettings.currentProfileID)
-    displayText: titleOf(currentValue ?? "", currentText)
+    displayText: titleOf(AppSettings.currentProfileID, currentText)
     flat: true
     font.pixelSize: Theme.bodySize
     Accessible.name: qsTrId("accessibility.profilePicker")

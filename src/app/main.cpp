@@ -82,6 +82,8 @@ int main(int argc, char* argv[])
         // The QML singletons outlive the engine; they are made once the container is full.
         std::unique_ptr<kestrum::QmlServices> qmlServices;
         QQmlApplicationEngine engine;
+        // The module's QML components live in its resources, under qrc:/Kestrum.
+        engine.addImportPath(QStringLiteral("qrc:/"));
         QObject::connect(
             &engine, &QQmlApplicationEngine::objectCreationFailed, &app,
             [] { QCoreApplication::exit(1); }, Qt::QueuedConnection);

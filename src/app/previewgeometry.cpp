@@ -71,7 +71,7 @@ double PreviewGeometry::faceCornerRadius(QRectF outline) const
 
 QPointF PreviewGeometry::faceMeteringPoint(QRectF box) const
 {
-    return FaceBox(box).meteringPoint(PreviewFill(pictureSize(m_frameSize), m_viewSize));
+    return FaceBox(box).meteringPoint();
 }
 
 } // namespace kestrum

@@ -1,39 +1,29 @@
 #include "facebox.h"
 
+#include "camera/faceobservation.h"
+
 namespace kestrum {
 
-namespace {
-
-QPointF scaleOf(QRectF frameRect)
+QRectF FaceBox::inPicture() const
 {
-    return {frameRect.width() / FaceBox::kReferenceFrame.width(),
-            frameRect.height() / FaceBox::kReferenceFrame.height()};
+    return FaceObservation{m_observedBox, 0.0f}.frameRect(QSizeF(1.0, 1.0));
 }
-
-} // namespace
 
 QRectF FaceBox::inReference() const
 {
+    const QRectF box = inPicture();
     const double width = kReferenceFrame.width();
     const double height = kReferenceFrame.height();
-    return {m_normalizedBox.x() * width, m_normalizedBox.y() * height,
-            m_normalizedBox.width() * width, m_normalizedBox.height() * height};
+    return {box.x() * width, box.y() * height, box.width() * width, box.height() * height};
 }
 
 QRectF FaceBox::inView(QRectF frameRect) const
 {
-    const QPointF scale = scaleOf(frameRect);
+    const double scaleX = frameRect.width() / kReferenceFrame.width();
+    const double scaleY = frameRect.height() / kReferenceFrame.height();
     const QRectF box = inReference();
-    return {frameRect.x() + box.x() * scale.x(), frameRect.y() + box.y() * scale.y(),
-            box.width() * scale.x(), box.height() * scale.y()};
-}
-
-QPointF FaceBox::meteringPoint(const PreviewFill& fill) const
-{
-    const QPointF scale = scaleOf(fill.frameRect());
-    const QPointF centre = inReference().center();
-    const QPointF device = fill.devicePoint({centre.x() * scale.x(), centre.y() * scale.y()});
-    return {1.0 - device.x(), 1.0 - device.y()};
+    return {frameRect.x() + box.x() * scaleX, frameRect.y() + box.y() * scaleY,
+            box.width() * scaleX, box.height() * scaleY};
 }
 
 } // namespace kestrum

@@ -70,14 +70,17 @@ private slots:
         QTest::addColumn<QSizeF>("view");
         QTest::addColumn<QRectF>("inView");
         QTest::addColumn<QPointF>("metersAt");
-        const QRectF middle(0.25, 0.25, 0.5, 0.25); // 270, 360, 540 × 360 in the reference
-        QTest::newRow("a third") << middle << QSizeF(360, 480) << QRectF(90, 120, 180, 120)
-                                 << QPointF(0.5, 0.625);
-        QTest::newRow("cut off") << middle << QSizeF(540, 1440) << QRectF(0, 360, 540, 360)
-                                 << QPointF(0.25, 0.625);
-        QTest::newRow("top-left meters bottom-right")
-            << QRectF(0, 0, 0.1, 0.1) << QSizeF(360, 480) << QRectF(0, 0, 36, 48)
-            << QPointF(0.95, 0.95);
+        // Observed (0.25, 0.25, 0.5, 0.25) is (0.5, 0.25, 0.25, 0.5) in the picture: from
+        // the frame's top a quarter down, from its right edge a quarter in. In the reference
+        // that is (540, 360, 270, 720).
+        const QRectF middle(0.25, 0.25, 0.5, 0.25);
+        QTest::newRow("a third") << middle << QSizeF(360, 480) << QRectF(180, 120, 90, 240)
+                                 << QPointF(0.625, 0.5);
+        QTest::newRow("cut off") << middle << QSizeF(540, 1440) << QRectF(270, 360, 270, 720)
+                                 << QPointF(0.625, 0.5);
+        QTest::newRow("observed origin is the top-right corner")
+            << QRectF(0, 0, 0.1, 0.1) << QSizeF(360, 480) << QRectF(324, 0, 36, 48)
+            << QPointF(0.95, 0.05);
     }
 
     void face()
@@ -86,12 +89,12 @@ private slots:
         QFETCH(QSizeF, view);
         const PreviewFill fill(FaceBox::kReferenceFrame, view);
         QTEST(FaceBox(normalized).inView(fill.frameRect()), "inView");
-        QTEST(FaceBox(normalized).meteringPoint(fill), "metersAt");
+        QTEST(FaceBox(normalized).meteringPoint(), "metersAt");
     }
 
     void cornerRadius()
     {
-        QCOMPARE(FaceBox(QRectF(0.25, 0.25, 0.5, 0.25)).inReference(), QRectF(270, 360, 540, 360));
+        QCOMPARE(FaceBox(QRectF(0.25, 0.25, 0.5, 0.25)).inReference(), QRectF(540, 360, 270, 720));
         QCOMPARE(FaceBox::cornerRadius(QRectF(10, 20, 200, 300)), 25.0);
     }
 

@@ -99,21 +99,22 @@ Item {
             compare(PreviewOverlays.markerPhase, PreviewOverlays.Hidden);
         }
 
-        // A face box of (0.25, 0.5, 0.5, 0.25) is (270, 720, 540, 360) in the reference
-        // frame; at 0.3611 that is (97.5, 260, 195, 130), 65 points up in the view. Its
-        // centre (540, 900) is (195, 325) at the view's scale: device (0.5, 0.75), which
-        // mirrored is (0.5, 0.25).
+        // The detector's box (0.25, 0.5, 0.5, 0.25) runs down from the picture's top and
+        // in from its right edge: in the picture it is (0.25, 0.25, 0.25, 0.5), the
+        // horizontal place mirrored (1 − 0.5 − 0.25). That is (270, 360, 270, 720) in the
+        // reference frame and (97.5, 130, 97.5, 260) at 0.3611, 65 points up in the view.
+        // It meters at its centre, device (0.375, 0.5).
         function test_faceMetersAtTheMirroredCentre() {
             const preview = createTemporaryObject(previewComponent, stage);
             Harness.observeFace(Qt.rect(0.25, 0.5, 0.5, 0.25));
             compare(Harness.exposedPoints.length, 1);
-            fuzzyComparePoint(Harness.exposedPoints[0], 0.5, 0.25);
+            fuzzyComparePoint(Harness.exposedPoints[0], 0.375, 0.5);
             compare(Harness.exposedMonitoring[0], false);
             fuzzyCompare(preview.faceOutline.x, 97.5, 0.001);
-            fuzzyCompare(preview.faceOutline.y, 195, 0.001);
-            fuzzyCompare(preview.faceOutline.width, 195, 0.001);
-            fuzzyCompare(preview.faceOutline.height, 130, 0.001);
-            fuzzyCompare(preview.geometry.faceCornerRadius(preview.faceOutline), 24.375, 0.001);
+            fuzzyCompare(preview.faceOutline.y, 65, 0.001);
+            fuzzyCompare(preview.faceOutline.width, 97.5, 0.001);
+            fuzzyCompare(preview.faceOutline.height, 260, 0.001);
+            fuzzyCompare(preview.geometry.faceCornerRadius(preview.faceOutline), 12.1875, 0.001);
         }
 
         function test_outlineStaysWhileFacesArrive() {
