@@ -30,6 +30,15 @@ FocusScope {
         }
     }
 
+    // A screen reader's Increase and Decrease (one entry on or back): Qt offers them for the
+    // slider role and calls these functions by name.
+    function accessibleIncreaseAction() {
+        increment();
+    }
+    function accessibleDecreaseAction() {
+        decrement();
+    }
+
     implicitWidth: Math.max(captionRow.implicitWidth, stepper.implicitWidth)
     implicitHeight: captionRow.implicitHeight + 4 + stepper.implicitHeight
     activeFocusOnTab: true
@@ -37,8 +46,6 @@ FocusScope {
     Accessible.role: Accessible.Slider
     Accessible.name: qsTrId("accessibility.compensation")
     Accessible.focusable: true
-    Accessible.onIncreaseAction: increment()
-    Accessible.onDecreaseAction: decrement()
     Keys.onRightPressed: increment()
     Keys.onUpPressed: increment()
     Keys.onLeftPressed: decrement()

@@ -61,6 +61,8 @@ Item {
             required property string signedDisplay
 
             readonly property bool wholeStop: Math.abs(value - Math.round(value)) < 0.01
+            // Every other whole stop is labelled, so that the labels keep apart.
+            readonly property bool labelled: wholeStop && Math.round(value) % 2 === 0
 
             x: view.centreX + (index - (view.values.count - 1) / 2) * geometry.entryPoints - width / 2
             y: 14
@@ -76,7 +78,7 @@ Item {
             Text {
                 anchors.horizontalCenter: parent.horizontalCenter
                 y: 10
-                visible: tick.wholeStop
+                visible: tick.labelled
                 text: tick.signedDisplay
                 color: Theme.secondary
                 font.pixelSize: Theme.captionSize

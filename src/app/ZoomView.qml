@@ -29,6 +29,15 @@ FocusScope {
             selectionChanged();
     }
 
+    // A screen reader's Increase and Decrease (one option on or back): Qt offers them for the
+    // slider role and calls these functions by name.
+    function accessibleIncreaseAction() {
+        select(value + 1);
+    }
+    function accessibleDecreaseAction() {
+        select(value - 1);
+    }
+
     implicitWidth: options.contentWidth
     implicitHeight: options.contentItem.childrenRect.height
     activeFocusOnTab: true
@@ -37,8 +46,6 @@ FocusScope {
     Accessible.name: qsTrId("accessibility.zoom")
     Accessible.description: valueText
     Accessible.focusable: true
-    Accessible.onIncreaseAction: select(value + 1)
-    Accessible.onDecreaseAction: select(value - 1)
     Keys.onLeftPressed: select(value - 1)
     Keys.onRightPressed: select(value + 1)
 

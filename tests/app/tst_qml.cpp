@@ -88,6 +88,14 @@ public:
         return map;
     }
 
+    /// The actions a screen reader is offered on `item`, in order.
+    Q_INVOKABLE QStringList accessibleActions(QObject* item) const
+    {
+        QAccessibleInterface* element = QAccessible::queryAccessibleInterface(item);
+        QAccessibleActionInterface* actions = element ? element->actionInterface() : nullptr;
+        return actions ? actions->actionNames() : QStringList();
+    }
+
     /// Performs a screen reader's action on `item`: "Increase", "Decrease", "Press"…; false
     /// when the element does not offer it.
     Q_INVOKABLE bool accessibleAction(QObject* item, const QString& action) const

@@ -146,10 +146,11 @@ Item {
             const strip = createTemporaryObject(stripComponent, stage);
             compare(strip.Accessible.role, Accessible.Slider);
             compare(strip.value, "2.8");
-            strip.Accessible.increaseAction();
+            compare(Harness.accessibleActions(strip).filter(name => name === "Increase" || name === "Decrease"), ["Increase", "Decrease"]);
+            Harness.accessibleAction(strip, "Increase");
             compare(Meter.aperture.display, "4");
-            strip.Accessible.decreaseAction();
-            strip.Accessible.decreaseAction();
+            Harness.accessibleAction(strip, "Decrease");
+            Harness.accessibleAction(strip, "Decrease");
             compare(Meter.aperture.display, "2");
         }
 
@@ -157,10 +158,10 @@ Item {
             const control = createTemporaryObject(compensationComponent, stage);
             compare(control.currentText, "0");
             compare(Qt.colorEqual(control.tint, Theme.foreground), true);
-            control.Accessible.increaseAction();
+            Harness.accessibleAction(control, "Increase");
             verify(Meter.compensation.value > 0);
             compare(Qt.colorEqual(control.tint, Theme.appYellow), true);
-            control.Accessible.decreaseAction();
+            Harness.accessibleAction(control, "Decrease");
             compare(Meter.compensation.value, 0);
         }
 
@@ -187,7 +188,7 @@ Item {
             const stepper = findChild(control, "stepper");
             compare(stepper.decrementEnabled, data.decrement);
             compare(stepper.incrementEnabled, data.increment);
-            data.decrement ? control.Accessible.increaseAction() : control.Accessible.decreaseAction();
+            data.decrement ? Harness.accessibleAction(control, "Increase") : Harness.accessibleAction(control, "Decrease");
             compare(Meter.compensation.display, before);
         }
     }
