@@ -129,10 +129,13 @@ Item {
             Layout.preferredHeight: 48
             spacing: Theme.spacing
 
-            ModePicker {}
+            ModePicker {
+                objectName: "modePicker"
+            }
 
             ToolButton {
                 id: hold
+                objectName: "hold"
                 checkable: true
                 checked: Meter.hold
                 Accessible.name: qsTrId("accessibility.hold")

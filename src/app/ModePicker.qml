@@ -20,6 +20,7 @@ ToolButton {
 
     Menu {
         id: menu
+        objectName: "modeMenu"
         y: button.height
 
         MenuItem {

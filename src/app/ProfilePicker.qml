@@ -5,6 +5,7 @@ import Kestrum
 // Chooses the profile the meter works with; the built-in one is called "Default".
 ComboBox {
     id: picker
+    objectName: "profilePicker"
 
     function titleOf(id: string, name: string): string {
         return id === "default" ? qsTrId("profile.default") : name;
@@ -12,7 +13,7 @@ ComboBox {
 
     model: AppSettings.profiles
     textRole: "name"
-    valueRole: "id"
+    valueRole: "profileId"
     currentIndex: indexOfValue(AppSettings.currentProfileID)
     displayText: titleOf(AppSettings.currentProfileID, currentText)
     flat: true
@@ -26,12 +27,12 @@ ComboBox {
     delegate: MenuItem {
         id: item
         required property int index
-        required property string id
+        required property string profileId
         required property string name
         required property bool isCurrent
 
         width: ListView.view.width
-        text: picker.titleOf(id, name)
+        text: picker.titleOf(profileId, name)
         checkable: true
         checked: isCurrent
         highlighted: picker.highlightedIndex === index

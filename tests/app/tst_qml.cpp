@@ -24,6 +24,7 @@
 #include "support/testphotos.h"
 
 #include <QAccessible>
+#include <QDir>
 #include <QQmlEngine>
 #include <QtQml/qqmlextensionplugin.h>
 #include <QtQuickTest>
@@ -45,6 +46,8 @@ class Harness : public QObject {
     /// Every haptic played: "selection", "success" or "error".
     Q_PROPERTY(QStringList haptics MEMBER haptics)
     Q_PROPERTY(int cameraSettingsOpened MEMBER cameraSettingsOpened)
+    /// Where pictures of screens are saved for people to look at.
+    Q_PROPERTY(QString screenshotDir MEMBER screenshotDir CONSTANT)
     /// How often a pinch's zoom was made the camera's own.
     Q_PROPERTY(int zoomCommits MEMBER zoomCommits)
 
@@ -113,6 +116,7 @@ public:
     QStringList haptics;
     int cameraSettingsOpened = 0;
     int zoomCommits = 0;
+    QString screenshotDir = QStringLiteral(SCREENSHOT_DIR);
 
 private:
     ManualClock& m_clock;
@@ -216,6 +220,7 @@ public slots:
     void applicationAvailable()
     {
         installTranslationCatalogue(*QCoreApplication::instance());
+        QDir().mkpath(QStringLiteral(SCREENSHOT_DIR));
         qmlRegisterSingletonType<Harness>(
             "KestrumTest", 1, 0, "Harness", [](QQmlEngine*, QJSEngine*) -> Harness* {
                 QJSEngine::setObjectOwnership(&s_world->harness, QJSEngine::CppOwnership);

@@ -104,7 +104,9 @@ private slots:
     void mainScreen_data()
     {
         QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("footage"); // "still", "glare", "face", or none: simulator
+        // "still", "glare", "face", "missing" (a camera that cannot be set up), or none:
+        // the simulator.
+        QTest::addColumn<QString>("footage");
         QTest::addColumn<QString>("mode");
         QTest::addColumn<QString>("tap");
         QTest::addColumn<int>("afterMs");
@@ -116,6 +118,7 @@ private slots:
         QTest::newRow("tap marker") << "main-tap" << "still" << "av" << "200,260" << 2000;
         QTest::newRow("face outline") << "main-face" << "face" << "av" << "" << 5000;
         QTest::newRow("simulator") << "main-simulator" << "" << "av" << "" << 1500;
+        QTest::newRow("camera error") << "main-camera-error" << "missing" << "av" << "" << 1500;
     }
     void mainScreen()
     {
@@ -128,6 +131,8 @@ private slots:
         Run run;
         if (footage.isEmpty())
             run.set("SIMULATOR_MODEL_IDENTIFIER", "iPhone14,3");
+        else if (footage == "missing")
+            run.set("KESTRUM_CAMERA", "file:" + run.path("missing.avi"));
         else
             run.useFootage(footage == "face"    ? kFace
                            : footage == "glare" ? kGlare

@@ -156,6 +156,8 @@ Item {
             mouseClick(data.asks ? requestButton : settingsButton);
             compare(requested.count, data.asks ? 1 : 0);
             compare(settingsRequested.count, data.asks ? 0 : 1);
+            if (data.status === 0 || data.status === 2)
+                grabImage(view).save(Harness.screenshotDir + "/permission-" + data.tag.replace(" ", "-") + ".png");
         }
 
         function test_zoomTap_data() {
