@@ -19,7 +19,8 @@ Item {
 
     Component {
         id: contentView
-        ContentView {}
+        ContentView {
+        }
     }
 
     Component {

@@ -90,7 +90,7 @@ FocusScope {
             x: viewport.width / 2 - (strip.values.currentIndex + 0.5) * tracker.stepPoints + tracker.positionPoints
             height: viewport.height
 
-            Behavior on x {
+            Behavior on x  {
                 enabled: !drag.active
                 NumberAnimation {
                     duration: 200

@@ -40,7 +40,7 @@ Item {
         y: 2
         color: geometry.hasErrorMark ? Theme.error : Theme.appYellow
 
-        Behavior on x {
+        Behavior on x  {
             NumberAnimation {
                 duration: 200
                 easing.type: Easing.OutCubic

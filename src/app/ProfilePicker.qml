@@ -38,7 +38,7 @@ ComboBox {
         highlighted: picker.highlightedIndex === index
         Accessible.name: text
     }
-    // qmllint enable unqualified
 
+    // qmllint enable unqualified
     onActivated: index => AppSettings.currentProfileID = valueAt(index)
 }

@@ -36,18 +36,15 @@ Item {
         anchors.fill: parent
 
         Repeater {
-            model: [
-                {
+            model: [{
                     "label": stepper.negativeLabel,
                     "enabled": stepper.decrementEnabled,
                     "increment": false
-                },
-                {
+                }, {
                     "label": stepper.positiveLabel,
                     "enabled": stepper.incrementEnabled,
                     "increment": true
-                }
-            ]
+                }]
 
             // The delegate reaches the control by its id, a scope that qmllint of Qt 6.4 does
             // not follow into delegates.

@@ -1,5 +1,4 @@
 pragma Singleton
-
 import QtQuick
 
 // The named colours, type sizes and spacings of every screen. No colour literal lives

@@ -99,7 +99,8 @@ int main(int argc, char* argv[])
             const int delayMs = arguments.value(screenshotAfter).toInt();
             kestrum::takeScreenshot(*window, arguments.value(screenshot), delayMs);
             if (const QStringList at = arguments.value(tap).split(u','); at.size() == 2)
-                kestrum::tapAfter(*window, QPointF(at[0].toDouble(), at[1].toDouble()), delayMs / 2);
+                kestrum::tapAfter(*window, QPointF(at[0].toDouble(), at[1].toDouble()),
+                                  delayMs / 2);
         }
         if (window && arguments.isSet(firstReading))
             kestrum::quitAfterFirstReading(*window, container.calculationController(), sinceStart);

@@ -22,8 +22,8 @@ class PreviewOverlays : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_SINGLETON
-    Q_PROPERTY(kestrum::PreviewOverlays::MarkerPhase markerPhase READ markerPhase NOTIFY
-                   markerChanged)
+    Q_PROPERTY(
+        kestrum::PreviewOverlays::MarkerPhase markerPhase READ markerPhase NOTIFY markerChanged)
     /// The 60 × 60 square around the last tap, in view coordinates: its top-left corner
     /// and side.
     Q_PROPERTY(double markerX READ markerX NOTIFY markerChanged)

@@ -45,7 +45,7 @@ public:
         LocationManager& locationManager;
         Haptics& haptics;
         DesktopServices& desktopServices;
-        Clock& clock; ///< times the preview's overlays
+        Clock& clock;                          ///< times the preview's overlays
         AppEnvironment* environment = nullptr; ///< the window's; may be null
     };
 

@@ -11,8 +11,8 @@ bool StripDragTracker::moveTo(double translationPoints)
     return tick;
 }
 
-int StripDragTracker::release(double translationPoints, double velocityPointsPerS,
-                              int currentIndex, int count)
+int StripDragTracker::release(double translationPoints, double velocityPointsPerS, int currentIndex,
+                              int count)
 {
     const std::optional<int> current =
         currentIndex >= 0 ? std::optional<int>(currentIndex) : std::nullopt;

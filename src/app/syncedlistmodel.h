@@ -1,9 +1,9 @@
 #pragma once
 
 #include <QAbstractListModel>
-#include <QtQmlIntegration/qqmlintegration.h>
 #include <QList>
 #include <QSet>
+#include <QtQmlIntegration/qqmlintegration.h>
 
 #include <type_traits>
 
@@ -24,8 +24,7 @@ class SyncedListModel : public QAbstractListModel {
     QML_ANONYMOUS // so that QML tools know the `count` of the models built on it
     Q_PROPERTY(int count READ count NOTIFY countChanged)
 
-public:
-    using QAbstractListModel::QAbstractListModel;
+        public : using QAbstractListModel::QAbstractListModel;
 
     int count() const { return rowCount(); }
 

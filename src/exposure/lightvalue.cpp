@@ -14,7 +14,8 @@ QString lightValueText(double lightValue)
 {
     const double tenths = std::round(lightValue * 10.0) / 10.0;
     const QString magnitude = QString::number(std::abs(tenths), 'f', 1);
-    return tenths < 0.0 ? QStringLiteral("LV \u2212") + magnitude : QStringLiteral("LV ") + magnitude;
+    return tenths < 0.0 ? QStringLiteral("LV \u2212") + magnitude
+                        : QStringLiteral("LV ") + magnitude;
 }
 
 } // namespace kestrum

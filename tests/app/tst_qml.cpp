@@ -184,9 +184,9 @@ struct World {
         geocoder->setOutcome(Placemark{QStringLiteral("Opera House"), QStringLiteral("Sydney")});
         QObject::connect(&settings, &Settings::currentProfileSettingsChanged, &meter,
                          [this] { meter.setSettings(settings.currentProfileSettings()); });
-        services = std::make_unique<QmlServices>(QmlServices::Sources{
-            settings, store, meter, camera, nullptr, *photoAlbum, locationManager, haptics,
-            desktop, clock, &environment});
+        services = std::make_unique<QmlServices>(
+            QmlServices::Sources{settings, store, meter, camera, nullptr, *photoAlbum,
+                                 locationManager, haptics, desktop, clock, &environment});
     }
 
     MemoryPreferenceStore store;

@@ -111,14 +111,38 @@ private slots:
         QTest::addColumn<QString>("tap");
         QTest::addColumn<int>("afterMs");
 
-        QTest::newRow("aperture priority") << "main-av" << "still" << "av" << "" << 2000;
-        QTest::newRow("shutter priority") << "main-tv" << "still" << "tv" << "" << 2000;
-        QTest::newRow("manual") << "main-m" << "still" << "m" << "" << 2000;
-        QTest::newRow("exposure error") << "main-error" << "glare" << "av" << "" << 2000;
-        QTest::newRow("tap marker") << "main-tap" << "still" << "av" << "200,260" << 2000;
-        QTest::newRow("face outline") << "main-face" << "face" << "av" << "" << 5000;
-        QTest::newRow("simulator") << "main-simulator" << "" << "av" << "" << 1500;
-        QTest::newRow("camera error") << "main-camera-error" << "missing" << "av" << "" << 1500;
+        QTest::newRow("aperture priority") << "main-av"
+                                           << "still"
+                                           << "av"
+                                           << "" << 2000;
+        QTest::newRow("shutter priority") << "main-tv"
+                                          << "still"
+                                          << "tv"
+                                          << "" << 2000;
+        QTest::newRow("manual") << "main-m"
+                                << "still"
+                                << "m"
+                                << "" << 2000;
+        QTest::newRow("exposure error") << "main-error"
+                                        << "glare"
+                                        << "av"
+                                        << "" << 2000;
+        QTest::newRow("tap marker") << "main-tap"
+                                    << "still"
+                                    << "av"
+                                    << "200,260" << 2000;
+        QTest::newRow("face outline") << "main-face"
+                                      << "face"
+                                      << "av"
+                                      << "" << 5000;
+        QTest::newRow("simulator") << "main-simulator"
+                                   << ""
+                                   << "av"
+                                   << "" << 1500;
+        QTest::newRow("camera error") << "main-camera-error"
+                                      << "missing"
+                                      << "av"
+                                      << "" << 1500;
     }
     void mainScreen()
     {
@@ -134,9 +158,7 @@ private slots:
         else if (footage == "missing")
             run.set("KESTRUM_CAMERA", "file:" + run.path("missing.avi"));
         else
-            run.useFootage(footage == "face"    ? kFace
-                           : footage == "glare" ? kGlare
-                                                : kStill);
+            run.useFootage(footage == "face" ? kFace : footage == "glare" ? kGlare : kStill);
         run.cli({"settings", "set", "mode", mode});
         const QString picture = QStringLiteral(SCREENSHOT_DIR "/") + name + ".png";
         QFile::remove(picture);

@@ -62,38 +62,31 @@ Item {
         }
 
         function test_releaseSettlesOnWholeSteps_data() {
-            return [
-                {
-                    tag: "30 left is one step on",
-                    distance: -30,
-                    aperture: "4"
-                },
-                {
-                    tag: "24 right is one step back",
-                    distance: 24,
-                    aperture: "2"
-                },
-                {
-                    tag: "23 right is nothing",
-                    distance: 23,
-                    aperture: "2.8"
-                },
-                {
-                    tag: "23 left is nothing",
-                    distance: -23,
-                    aperture: "2.8"
-                },
-                {
-                    tag: "held at the start",
-                    distance: 200,
-                    aperture: "1.4"
-                },
-                {
-                    tag: "held at the end",
-                    distance: -400,
-                    aperture: "22"
-                }
-            ];
+            return [{
+                    "tag": "30 left is one step on",
+                    "distance": -30,
+                    "aperture": "4"
+                }, {
+                    "tag": "24 right is one step back",
+                    "distance": 24,
+                    "aperture": "2"
+                }, {
+                    "tag": "23 right is nothing",
+                    "distance": 23,
+                    "aperture": "2.8"
+                }, {
+                    "tag": "23 left is nothing",
+                    "distance": -23,
+                    "aperture": "2.8"
+                }, {
+                    "tag": "held at the start",
+                    "distance": 200,
+                    "aperture": "1.4"
+                }, {
+                    "tag": "held at the end",
+                    "distance": -400,
+                    "aperture": "22"
+                }];
         }
         function test_releaseSettlesOnWholeSteps(data) {
             const strip = createTemporaryObject(stripComponent, stage);
@@ -134,8 +127,8 @@ Item {
 
         function test_computedStripIgnoresTheFinger() {
             const strip = createTemporaryObject(stripComponent, stage, {
-                "computed": true
-            });
+                    "computed": true
+                });
             drag(strip, [-1, -100]);
             mouseClick(strip, strip.width / 2 + 48, strip.height - 10);
             compare(Meter.aperture.display, "2.8");
@@ -166,20 +159,17 @@ Item {
         }
 
         function test_compensationHeldAtTheEnds_data() {
-            return [
-                {
-                    tag: "first",
-                    row: 0,
-                    decrement: false,
-                    increment: true
-                },
-                {
-                    tag: "last",
-                    row: Meter.compensationScale.count - 1,
-                    decrement: true,
-                    increment: false
-                }
-            ];
+            return [{
+                    "tag": "first",
+                    "row": 0,
+                    "decrement": false,
+                    "increment": true
+                }, {
+                    "tag": "last",
+                    "row": Meter.compensationScale.count - 1,
+                    "decrement": true,
+                    "increment": false
+                }];
         }
         function test_compensationHeldAtTheEnds(data) {
             const control = createTemporaryObject(compensationComponent, stage);

@@ -48,29 +48,25 @@ Item {
         }
 
         function test_modeMenuSetsTheMode_data() {
-            return [
-                {
-                    tag: "shutter priority",
-                    row: 1,
-                    mode: Exposure.ShutterPriority,
-                    speedComputed: false,
-                    apertureComputed: true
-                },
-                {
-                    tag: "manual",
-                    row: 2,
-                    mode: Exposure.Manual,
-                    speedComputed: false,
-                    apertureComputed: false
-                },
-                {
-                    tag: "aperture priority",
-                    row: 0,
-                    mode: Exposure.AperturePriority,
-                    speedComputed: true,
-                    apertureComputed: false
-                }
-            ];
+            return [{
+                    "tag": "shutter priority",
+                    "row": 1,
+                    "mode": Exposure.ShutterPriority,
+                    "speedComputed": false,
+                    "apertureComputed": true
+                }, {
+                    "tag": "manual",
+                    "row": 2,
+                    "mode": Exposure.Manual,
+                    "speedComputed": false,
+                    "apertureComputed": false
+                }, {
+                    "tag": "aperture priority",
+                    "row": 0,
+                    "mode": Exposure.AperturePriority,
+                    "speedComputed": true,
+                    "apertureComputed": false
+                }];
         }
         function test_modeMenuSetsTheMode(data) {
             const content = createTemporaryObject(contentComponent, stage);

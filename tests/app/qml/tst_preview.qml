@@ -45,36 +45,31 @@ Item {
         }
 
         function test_tapMetersAtTheTappedPoint_data() {
-            return [
-                {
-                    tag: "centre",
-                    x: 195,
-                    y: 195,
-                    deviceX: 0.5,
-                    deviceY: 0.5
-                },
-                {
-                    tag: "top left corner, under the overhang",
-                    x: 0,
-                    y: 0,
-                    deviceX: 0,
-                    deviceY: 0.125
-                },
-                {
-                    tag: "bottom right corner",
-                    x: 390,
-                    y: 390,
-                    deviceX: 1,
-                    deviceY: 0.875
-                },
-                {
-                    tag: "left of centre, a quarter down",
-                    x: 97.5,
-                    y: 65,
-                    deviceX: 0.25,
-                    deviceY: 0.25
-                }
-            ];
+            return [{
+                    "tag": "centre",
+                    "x": 195,
+                    "y": 195,
+                    "deviceX": 0.5,
+                    "deviceY": 0.5
+                }, {
+                    "tag": "top left corner, under the overhang",
+                    "x": 0,
+                    "y": 0,
+                    "deviceX": 0,
+                    "deviceY": 0.125
+                }, {
+                    "tag": "bottom right corner",
+                    "x": 390,
+                    "y": 390,
+                    "deviceX": 1,
+                    "deviceY": 0.875
+                }, {
+                    "tag": "left of centre, a quarter down",
+                    "x": 97.5,
+                    "y": 65,
+                    "deviceX": 0.25,
+                    "deviceY": 0.25
+                }];
         }
         function test_tapMetersAtTheTappedPoint(data) {
             const preview = createTemporaryObject(previewComponent, stage);
