@@ -209,6 +209,7 @@ private slots:
         options.simulatedModel = simulatedModel;
         start(options);
         QCOMPARE(m_adapters.made, made);
+        m_container.cameraController().setUp(); // as the main screen does when first shown
         QTRY_COMPARE(m_container.cameraController().zoomOptions().size(), zoomTitles.size());
         QStringList titles;
         for (const ZoomOption& option : m_container.cameraController().zoomOptions())
@@ -236,6 +237,7 @@ private slots:
         FakePositionSource* shellSource = m_adapters.positionSources.first();
         FakePositionSource* containerSource = m_adapters.positionSources.last();
         AnyCameraController& camera = m_container.cameraController();
+        camera.setUp(); // as the main screen does when first shown
         QTRY_VERIFY(camera.sessionIsRunning());
         if (!shellAlive)
             m_shell.reset();
