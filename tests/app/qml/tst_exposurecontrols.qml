@@ -75,10 +75,6 @@ Item {
                     "distance": 23,
                     "aperture": "2.8"
                 }, {
-                    "tag": "23 left is nothing",
-                    "distance": -23,
-                    "aperture": "2.8"
-                }, {
                     "tag": "held at the start",
                     "distance": 200,
                     "aperture": "1.4"
