@@ -79,16 +79,9 @@ Item {
         onRetryRequested: content.setUpCamera()
     }
 
-    Sheet {
+    SettingsView {
         id: settingsSheet
-        title: qsTrId("settings")
         onClosed: content.settingsPresented = false
-
-        Label {
-            anchors.centerIn: parent
-            text: AppSettings.appName + " " + AppSettings.appVersion
-            color: Theme.secondary
-        }
     }
 
     Sheet {

@@ -45,7 +45,7 @@ Drawer {
                 font.bold: true
             }
             ToolButton {
-                text: qsTrId("button.done")
+                text: qsTrId("Done")
                 Accessible.name: text
                 onClicked: sheet.close()
             }

@@ -58,6 +58,18 @@ public:
 
     /// Moves the meter's clock on, running its 0.3 s measurements and throttles.
     Q_INVOKABLE void advance(int ms) { m_clock.advance(ms); }
+    /// The profile names the preference store holds, in order.
+    Q_INVOKABLE QStringList storedProfileNames() const
+    {
+        QStringList names;
+        const QVariantList profiles =
+            store->array(QStringLiteral("profiles")).value_or(QVariantList());
+        for (const QVariant& profile : profiles) // each stored as {id: name}
+            names.append(profile.toMap().isEmpty() ? QString()
+                                                   : profile.toMap().first().toString());
+        return names;
+    }
+
     /// Forgets the exposures and haptics recorded so far.
     Q_INVOKABLE void clearRecords()
     {
@@ -111,6 +123,7 @@ public:
         return true;
     }
 
+    const PreferenceStore* store = nullptr;
     QList<QPointF> exposedPoints;
     QList<bool> exposedMonitoring;
     QStringList haptics;
@@ -184,6 +197,7 @@ struct World {
         geocoder->setOutcome(Placemark{QStringLiteral("Opera House"), QStringLiteral("Sydney")});
         QObject::connect(&settings, &Settings::currentProfileSettingsChanged, &meter,
                          [this] { meter.setSettings(settings.currentProfileSettings()); });
+        harness.store = &store;
         services = std::make_unique<QmlServices>(
             QmlServices::Sources{settings, store, meter, camera, nullptr, *photoAlbum,
                                  locationManager, haptics, desktop, clock, &environment});

@@ -71,9 +71,61 @@
         <source>Logged photos</source>
         <translation>Logged photos</translation>
     </message>
-    <message id="button.done">
+    <message id="Done">
         <source>Done</source>
         <translation>Done</translation>
+    </message>
+    <message id="profiles.title">
+        <source>Profiles</source>
+        <translation>Profiles</translation>
+    </message>
+    <message id="profiles.explanation">
+        <source>Each profile keeps the steps and limits of one of your cameras. The first profile is always there and stays first.</source>
+        <translation>Each profile keeps the steps and limits of one of your cameras. The first profile is always there and stays first.</translation>
+    </message>
+    <message id="profiles.button.addProfile">
+        <source>Add profile</source>
+        <translation>Add profile</translation>
+    </message>
+    <message id="profile.name">
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message id="settings.iso.compensation">
+        <source>ISO</source>
+        <translation>ISO</translation>
+    </message>
+    <message id="settings.aperture">
+        <source>Aperture</source>
+        <translation>Aperture</translation>
+    </message>
+    <message id="settings.shutterSpeed">
+        <source>Shutter speed</source>
+        <translation>Shutter speed</translation>
+    </message>
+    <message id="stops.full">
+        <source>Full</source>
+        <translation>Full</translation>
+    </message>
+    <message id="stops.half">
+        <source>Half</source>
+        <translation>Half</translation>
+    </message>
+    <message id="stops.third">
+        <source>Third</source>
+        <translation>Third</translation>
+    </message>
+    <message id="settings.minimum">
+        <source>Minimum</source>
+        <translation>Minimum</translation>
+    </message>
+    <message id="settings.maximum">
+        <source>Maximum</source>
+        <translation>Maximum</translation>
+    </message>
+    <message id="settings.version">
+        <source>Kestrum %1 (%2)</source>
+        <translation>Kestrum %1 (%2)</translation>
     </message>
     <message id="OK">
         <source>OK</source>

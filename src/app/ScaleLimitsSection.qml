@@ -1,0 +1,63 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+import Kestrum
+
+// One value's part of a profile: its step (full, half or third stops) and the lowest and
+// highest value offered, each chosen from the scale of the step cut at a fixed pivot, so
+// that a minimum can never pass a maximum.
+ColumnLayout {
+    id: section
+
+    required property string title
+    required property int step
+    required property ExposureScaleModel minimumChoices
+    required property ExposureScaleModel maximumChoices
+
+    signal stepChosen(int step)
+
+    spacing: Theme.spacing
+
+    Label {
+        text: section.title
+        color: Theme.secondary
+        font.pixelSize: Theme.captionSize
+        font.capitalization: Font.AllUppercase
+        Layout.topMargin: Theme.margin
+    }
+
+    // The step, as three segments.
+    RowLayout {
+        Layout.fillWidth: true
+        spacing: 0
+
+        Repeater {
+            model: [qsTrId("stops.full"), qsTrId("stops.half"), qsTrId("stops.third")]
+
+            delegate: Button {
+                required property int index
+                required property string modelData
+
+                Layout.fillWidth: true
+                text: modelData
+                checkable: true
+                checked: section.step === index
+                highlighted: checked
+                font.capitalization: Font.MixedCase
+                Accessible.name: section.title + " " + modelData
+                onClicked: section.stepChosen(index)
+            }
+        }
+    }
+
+    LimitPicker {
+        title: qsTrId("settings.minimum")
+        section: section.title
+        choices: section.minimumChoices
+    }
+    LimitPicker {
+        title: qsTrId("settings.maximum")
+        section: section.title
+        choices: section.maximumChoices
+    }
+}
