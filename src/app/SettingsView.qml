@@ -50,7 +50,7 @@ Drawer {
             Label {
                 Layout.fillWidth: true
                 Layout.leftMargin: stack.depth > 1 ? 0 : Theme.spacing
-                text: stack.currentItem ? stack.currentItem.title : ""
+                text: (stack.currentItem as Page)?.title ?? ""
                 elide: Text.ElideRight
                 font.pixelSize: Theme.valueSize
                 font.bold: true
