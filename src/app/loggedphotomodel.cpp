@@ -38,6 +38,13 @@ void LoggedPhotoModel::refresh()
                      coordinate ? coordinate->longitude : 0.0});
     }
     sync(m_rows, rows, [](const Row& row) { return row.localIdentifier; });
+    const std::optional<MapRegion> region = browserMapRegion(m_album.loggedExposures());
+    const bool moved = region.has_value() != m_mapRegion.has_value() ||
+                       (region && (region->centerLatitude != m_mapRegion->centerLatitude ||
+                                   region->centerLongitude != m_mapRegion->centerLongitude));
+    m_mapRegion = region;
+    if (moved)
+        emit mapRegionChanged();
 }
 
 int LoggedPhotoModel::rowCount(const QModelIndex& parent) const

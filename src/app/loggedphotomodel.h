@@ -1,5 +1,7 @@
 #pragma once
 
+#include "album/mapregion.h"
+
 #include "app/placename.h"
 #include "app/syncedlistmodel.h"
 
@@ -25,6 +27,12 @@ class LoggedPhotoModel : public kestrum::SyncedListModel {
     Q_OBJECT
     QML_NAMED_ELEMENT(LoggedPhotos)
     QML_SINGLETON
+    /// Where the map opens: on the newest photo with a position, spanning `mapSpanDegrees`
+    /// each way; `hasPositionedPhoto` is false when no photo has a position.
+    Q_PROPERTY(bool hasPositionedPhoto READ hasPositionedPhoto NOTIFY mapRegionChanged)
+    Q_PROPERTY(double mapCenterLatitude READ mapCenterLatitude NOTIFY mapRegionChanged)
+    Q_PROPERTY(double mapCenterLongitude READ mapCenterLongitude NOTIFY mapRegionChanged)
+    Q_PROPERTY(double mapSpanDegrees READ mapSpanDegrees CONSTANT)
 
 public:
     enum Role {
@@ -57,6 +65,14 @@ public:
     /// The name of the place at a position, looked up now; the caller (QML) owns it.
     Q_INVOKABLE kestrum::PlaceName* placeName(double latitude, double longitude);
 
+    bool hasPositionedPhoto() const { return m_mapRegion.has_value(); }
+    double mapCenterLatitude() const { return m_mapRegion ? m_mapRegion->centerLatitude : 0.0; }
+    double mapCenterLongitude() const { return m_mapRegion ? m_mapRegion->centerLongitude : 0.0; }
+    static double mapSpanDegrees() { return MapRegion::kPhotoSpanDegrees; }
+
+signals:
+    void mapRegionChanged();
+
 private:
     struct Row {
         QString localIdentifier;
@@ -78,6 +94,7 @@ private:
     PhotoAlbum& m_album;
     LocationManager& m_locationManager;
     QList<Row> m_rows;
+    std::optional<MapRegion> m_mapRegion;
 };
 
 } // namespace kestrum
