@@ -84,30 +84,9 @@ Item {
         onClosed: content.settingsPresented = false
     }
 
-    Sheet {
+    LoggedPhotosView {
         id: loggedPhotosSheet
-        title: qsTrId("accessibility.photoalbum")
         onClosed: content.loggedPhotosPresented = false
-
-        GridView {
-            anchors.fill: parent
-            cellWidth: width / 3
-            cellHeight: cellWidth
-            clip: true
-            model: LoggedPhotos
-
-            delegate: Image {
-                required property string previewSource
-
-                width: GridView.view.width / 3 - 2
-                height: width
-                source: previewSource
-                sourceSize.width: width
-                sourceSize.height: height
-                fillMode: Image.PreserveAspectCrop
-                asynchronous: true
-            }
-        }
     }
 
     ColumnLayout {

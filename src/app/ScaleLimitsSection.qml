@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Controls
+import QtQuick.Controls.Material
 import QtQuick.Layouts
 import Kestrum
 
@@ -46,6 +47,8 @@ ColumnLayout {
                 checkable: true
                 checked: section.step === index
                 highlighted: checked
+                // Dark text on the yellow of the chosen segment.
+                Material.foreground: checked ? Theme.background : Theme.foreground
                 font.capitalization: Font.MixedCase
                 Accessible.name: section.title + " " + modelData
                 onClicked: section.stepChosen(index)

@@ -47,6 +47,17 @@ void LoggedPhotoModel::refresh()
         emit mapRegionChanged();
 }
 
+QVariantMap LoggedPhotoModel::photoAt(int row) const
+{
+    QVariantMap photo;
+    if (row < 0 || row >= rowCount())
+        return photo;
+    const QHash<int, QByteArray> roles = roleNames();
+    for (auto role = roles.cbegin(); role != roles.cend(); ++role)
+        photo.insert(QString::fromLatin1(role.value()), data(index(row), role.key()));
+    return photo;
+}
+
 int LoggedPhotoModel::rowCount(const QModelIndex& parent) const
 {
     return parent.isValid() ? 0 : int(m_rows.size());

@@ -64,6 +64,8 @@ public:
 
     /// The name of the place at a position, looked up now; the caller (QML) owns it.
     Q_INVOKABLE kestrum::PlaceName* placeName(double latitude, double longitude);
+    /// The photo in `row`, every role by its name; empty for a row that is not there.
+    Q_INVOKABLE QVariantMap photoAt(int row) const;
 
     bool hasPositionedPhoto() const { return m_mapRegion.has_value(); }
     double mapCenterLatitude() const { return m_mapRegion ? m_mapRegion->centerLatitude : 0.0; }

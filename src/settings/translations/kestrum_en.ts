@@ -131,6 +131,46 @@
         <source>OK</source>
         <translation>OK</translation>
     </message>
+    <message id="photoalbum.title">
+        <source>Logged photos</source>
+        <translation>Logged photos</translation>
+    </message>
+    <message id="accessibility.photoalbum.displayMode">
+        <source>Display mode</source>
+        <translation>Display mode</translation>
+    </message>
+    <message id="accessibility.photoalbum.grid">
+        <source>Grid</source>
+        <translation>Grid</translation>
+    </message>
+    <message id="accessibility.photoalbum.list">
+        <source>List</source>
+        <translation>List</translation>
+    </message>
+    <message id="accessibility.photoalbum.map">
+        <source>Map</source>
+        <translation>Map</translation>
+    </message>
+    <message id="accessibility.photoalbum.photo">
+        <source>Photo</source>
+        <translation>Photo</translation>
+    </message>
+    <message id="photoalbum.map.empty">
+        <source>No logged photo has a position</source>
+        <translation>No logged photo has a position</translation>
+    </message>
+    <message id="photoalbum.empty">
+        <source>No logged photos yet. Press Log to keep a reading with its picture.</source>
+        <translation>No logged photos yet. Press Log to keep a reading with its picture.</translation>
+    </message>
+    <message id="photoalbum.detail.settings">
+        <source>Exposure</source>
+        <translation>Exposure</translation>
+    </message>
+    <message id="photoalbum.detail.location">
+        <source>Location</source>
+        <translation>Location</translation>
+    </message>
     <message id="profile.untitled">
         <source>Untitled</source>
         <translation>Untitled</translation>

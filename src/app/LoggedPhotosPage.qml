@@ -1,0 +1,111 @@
+import QtQuick
+import QtQuick.Controls
+import QtQuick.Layouts
+import Kestrum
+
+// The logged photos in the chosen display mode: a grid of three columns, a list, or the
+// map of those that have a position.
+Page {
+    id: page
+
+    required property int displayMode
+
+    // The photo in `row` of the model was chosen.
+    signal photoChosen(int row)
+
+    // Between the grid's pictures, in points.
+    readonly property int gridSpacing: 4
+
+    title: qsTrId("photoalbum.title")
+    background: null
+
+    StackLayout {
+        anchors.fill: parent
+        currentIndex: page.displayMode
+
+        GridView {
+            id: grid
+            objectName: "grid"
+            clip: true
+            model: LoggedPhotos
+            cellWidth: (width + page.gridSpacing) / 3
+            cellHeight: cellWidth
+            ScrollIndicator.vertical: ScrollIndicator {}
+
+            // The delegate reaches the page by its id, a scope that qmllint of Qt 6.4
+            // does not follow into delegates.
+            // qmllint disable unqualified
+            delegate: Image {
+                id: cellPicture
+                required property int index
+                required property string previewSource
+
+                width: grid.cellWidth - page.gridSpacing
+                height: width
+                source: previewSource
+                sourceSize.width: width
+                sourceSize.height: height
+                fillMode: Image.PreserveAspectCrop
+                asynchronous: true
+                Accessible.role: Accessible.Button
+                Accessible.name: qsTrId("accessibility.photoalbum.photo")
+                Accessible.onPressAction: page.photoChosen(index)
+
+                Rectangle {
+                    anchors.fill: parent
+                    visible: cellPicture.status !== Image.Ready
+                    color: Theme.background
+                }
+                TapHandler {
+                    onTapped: page.photoChosen(cellPicture.index)
+                }
+            }
+            // qmllint enable unqualified
+
+            EmptyAlbumText {
+                visible: grid.count === 0
+                text: qsTrId("photoalbum.empty")
+            }
+        }
+
+        ListView {
+            id: list
+            objectName: "list"
+            clip: true
+            model: LoggedPhotos
+            ScrollIndicator.vertical: ScrollIndicator {}
+
+            // qmllint disable unqualified
+            delegate: LoggedPhotoListCell {
+                required property int index
+
+                width: ListView.view.width
+                onClicked: page.photoChosen(index)
+            }
+            // qmllint enable unqualified
+
+            EmptyAlbumText {
+                visible: list.count === 0
+                text: qsTrId("photoalbum.empty")
+            }
+        }
+
+        Item {
+            objectName: "map"
+
+            EmptyAlbumText {
+                visible: !LoggedPhotos.hasPositionedPhoto
+                text: qsTrId("photoalbum.map.empty")
+            }
+        }
+    }
+
+    component EmptyAlbumText: Label {
+        anchors.centerIn: parent
+        width: parent.width - 4 * Theme.margin
+        horizontalAlignment: Text.AlignHCenter
+        wrapMode: Text.WordWrap
+        color: Theme.secondary
+        font.pixelSize: Theme.bodySize
+    }
+}
