@@ -28,7 +28,8 @@ Page {
             objectName: "grid"
             clip: true
             model: LoggedPhotos
-            cellWidth: (width + page.gridSpacing) / 3
+            // Three columns, each picture inset by half the spacing on either side.
+            cellWidth: width / 3
             cellHeight: cellWidth
             ScrollIndicator.vertical: ScrollIndicator {}
 

@@ -43,7 +43,8 @@ int main(int argc, char* argv[])
     const QCommandLineOption screenshot(QStringLiteral("screenshot"),
                                         QStringLiteral("Save a picture of the window and quit."),
                                         QStringLiteral("file.png"));
-    // Where the screenshot is taken, and a tap before it (for pictures of the tap marker).
+    // When the screenshot is taken, and taps before it (for pictures of the tap marker or
+    // of a sheet); `--tap` may be given more than once.
     QCommandLineOption screenshotAfter(QStringLiteral("screenshot-after"), QString(),
                                        QStringLiteral("ms"), QStringLiteral("800"));
     QCommandLineOption tap(QStringLiteral("tap"), QString(), QStringLiteral("x,y"));
@@ -98,9 +99,15 @@ int main(int argc, char* argv[])
         if (window && arguments.isSet(screenshot)) {
             const int delayMs = arguments.value(screenshotAfter).toInt();
             kestrum::takeScreenshot(*window, arguments.value(screenshot), delayMs);
-            if (const QStringList at = arguments.value(tap).split(u','); at.size() == 2)
-                kestrum::tapAfter(*window, QPointF(at[0].toDouble(), at[1].toDouble()),
-                                  delayMs / 2);
+            // Taps spread evenly before the picture, in the order given.
+            const QStringList taps = arguments.values(tap);
+            for (qsizetype i = 0; i < taps.size(); ++i) {
+                if (const QStringList at = taps[i].split(u','); at.size() == 2) {
+                    const int afterMs = int(delayMs * (i + 1) / (taps.size() + 1));
+                    kestrum::tapAfter(*window, QPointF(at[0].toDouble(), at[1].toDouble()),
+                                      afterMs);
+                }
+            }
         }
         if (window && arguments.isSet(firstReading))
             kestrum::quitAfterFirstReading(*window, container.calculationController(), sinceStart);

@@ -66,15 +66,15 @@ public:
         QCOMPARE(tool.exitCode(), 0);
     }
 
-    // Starts the app, lets it run for `afterMs` (tapping halfway at `tap`, when given),
-    // and saves a picture of its window.
-    void screenshot(const QString& picture, int afterMs, const QString& tap)
+    // Starts the app, lets it run for `afterMs` (tapping at each of `taps`, evenly spread
+    // before then), and saves a picture of its window.
+    void screenshot(const QString& picture, int afterMs, const QStringList& taps)
     {
         QProcess app;
         app.setProcessEnvironment(m_environment);
         QStringList arguments{"--screenshot", picture, "--screenshot-after",
                               QString::number(afterMs)};
-        if (!tap.isEmpty())
+        for (const QString& tap : taps)
             arguments << "--tap" << tap;
         app.start(QStringLiteral(KESTRUM_APP), arguments);
         QVERIFY(app.waitForFinished(90000));
@@ -90,8 +90,11 @@ private:
     QProcessEnvironment m_environment = QProcessEnvironment::systemEnvironment();
 };
 
-// The Log button in a 390 × 844 window: centred, 50 points above the bottom.
+// In a 390 × 844 window: the Log button (centred, 50 points above the bottom), the
+// Logged photos button (left of it) and the browser's List mode.
 const QString kLogButton = QStringLiteral("195,794");
+const QString kLoggedPhotosButton = QStringLiteral("76,801");
+const QString kListMode = QStringLiteral("195,111");
 
 } // namespace
 
@@ -162,10 +165,33 @@ private slots:
         run.cli({"settings", "set", "mode", mode});
         const QString picture = QStringLiteral(SCREENSHOT_DIR "/") + name + ".png";
         QFile::remove(picture);
-        run.screenshot(picture, afterMs, tap);
+        run.screenshot(picture, afterMs, tap.isEmpty() ? QStringList() : QStringList{tap});
         const QImage image(picture);
         QVERIFY(!image.isNull());
         QVERIFY(image.height() > image.width());
+    }
+
+    // The browser on 50 logged photos, as a grid and as a list.
+    void browserWithFiftyPhotos_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QStringList>("taps");
+        QTest::newRow("grid") << "browser-grid-50" << QStringList{kLoggedPhotosButton};
+        QTest::newRow("list") << "browser-list-50" << QStringList{kLoggedPhotosButton, kListMode};
+    }
+    void browserWithFiftyPhotos()
+    {
+        QFETCH(QString, name);
+        QFETCH(QStringList, taps);
+        Run run;
+        run.useFootage(kStill);
+        const QString picture = QStringLiteral(KESTRUM_FOOTAGE "/messi5.jpg");
+        for (int i = 0; i < 50; ++i) {
+            run.cli({"log", picture, "--iso", "100", "--aperture",
+                     QString::number(1.4 * (1 + i % 8)), "--speed", "125", "--compensation", "0",
+                     "--latitude", QString::number(48.85 + i * 0.001), "--longitude", "2.35"});
+        }
+        run.screenshot(QStringLiteral(SCREENSHOT_DIR "/") + name + ".png", 3000, taps);
     }
 
     // Log pressed on the grey scene in aperture priority: f/2.8 and ISO 100 as the
@@ -175,7 +201,7 @@ private slots:
     {
         Run run;
         run.useFootage(kGrey);
-        run.screenshot(QStringLiteral(SCREENSHOT_DIR "/main-logged.png"), 4000, kLogButton);
+        run.screenshot(QStringLiteral(SCREENSHOT_DIR "/main-logged.png"), 4000, {kLogButton});
         const QDir album(run.path("Pictures/Kestrum"));
         const QStringList photos = album.entryList({"*.jpg", "*.jpeg"}, QDir::Files);
         QCOMPARE(photos.size(), 1);
