@@ -20,6 +20,7 @@
 #include "platform/desktop/haptics.h"
 #include "platform/desktop/mailcomposer.h"
 #include "platform/desktop/userdesktopentry.h"
+#include "platform/desktop/windowicon.h"
 #include "platform/location/positionsource.h"
 #include "platform/location/reversegeocoder.h"
 #include "platform/photos/imagemetadata.h"
@@ -92,6 +93,7 @@ void fillDependencies(DependencyContainer& container, const StartupOptions& opti
     services.mailComposer = adapters.mailComposer(*services.desktopServices);
     services.haptics = adapters.haptics();
     services.userDesktopEntry = adapters.userDesktopEntry();
+    services.windowIcon = adapters.windowIcon();
     services.environment = std::make_unique<AppEnvironment>();
 
     services.settings = std::make_unique<Settings>(*services.preferenceStore,

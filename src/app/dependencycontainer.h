@@ -22,6 +22,7 @@ class PreferenceStore;
 class QuickActionShortcuts;
 class Settings;
 class UserDesktopEntry;
+class WindowIcon;
 
 /// The one process-wide owner of the app's long-lived services. The start-up fills
 /// it once, in dependency order, and nothing is replaced afterwards; the QML singletons
@@ -39,6 +40,7 @@ public:
         std::unique_ptr<MailComposer> mailComposer;
         std::unique_ptr<Haptics> haptics;
         std::unique_ptr<UserDesktopEntry> userDesktopEntry;
+        std::unique_ptr<WindowIcon> windowIcon;
         std::unique_ptr<AppEnvironment> environment;
 
         std::unique_ptr<Settings> settings;
@@ -73,6 +75,8 @@ public:
     QuickActionShortcuts& quickActionShortcuts() const;
     /// The icon the launcher shows.
     AppIcon& appIcon() const;
+    /// The icon the window carries.
+    WindowIcon& windowIcon() const;
     /// What the window tells its views: safe areas, and closing what is presented.
     AppEnvironment& environment() const;
 
