@@ -111,10 +111,12 @@ void fillDependencies(DependencyContainer& container, const StartupOptions& opti
     } else {
         // The album and the face detector are made after the camera; the camera looks
         // them up when it needs them.
+        auto device = std::make_unique<SelfMeteringCamera>(adapters.captureDevice(),
+                                                           *services.preferenceStore);
+        services.selfMeteringCamera = device.get();
         auto camera = std::make_shared<CameraController>(
-            std::make_unique<SelfMeteringCamera>(adapters.captureDevice(),
-                                                 *services.preferenceStore),
-            [&container] { return &container.photoAlbum(); }, *services.imageMetadata,
+            std::move(device), [&container] { return &container.photoAlbum(); },
+            *services.imageMetadata,
             [&container](const CameraFrame& frame) {
                 if (FaceDetector* detector = container.faceDetector())
                     detector->process(frame);

@@ -53,6 +53,7 @@ void DependencyContainer::clear()
     m_services.photoLibrary.reset();
     m_services.calculationController.reset();
     m_services.calculator.reset();
+    m_services.selfMeteringCamera = nullptr;
     m_services.cameraController.reset();
     m_services.locationManager.reset();
     m_services.settings.reset();

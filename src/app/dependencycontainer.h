@@ -20,6 +20,7 @@ class PhotoAlbum;
 class PhotoLibrary;
 class PreferenceStore;
 class QuickActionShortcuts;
+class SelfMeteringCamera;
 class Settings;
 class UserDesktopEntry;
 class WindowIcon;
@@ -46,6 +47,8 @@ public:
         std::unique_ptr<Settings> settings;
         std::unique_ptr<LocationManager> locationManager;
         std::unique_ptr<AnyCameraController> cameraController;
+        /// The live camera's device, owned by the camera controller; null on mock data.
+        SelfMeteringCamera* selfMeteringCamera = nullptr;
         std::unique_ptr<Calculator> calculator;
         std::unique_ptr<CalculationController> calculationController;
         std::unique_ptr<PhotoLibrary> photoLibrary;
@@ -77,6 +80,8 @@ public:
     AppIcon& appIcon() const;
     /// The icon the window carries.
     WindowIcon& windowIcon() const;
+    /// The live camera, whose calibration the settings show; null on mock data.
+    SelfMeteringCamera* selfMeteringCamera() const { return m_services.selfMeteringCamera; }
     /// What the window tells its views: safe areas, and closing what is presented.
     AppEnvironment& environment() const;
 
