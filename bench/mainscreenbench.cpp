@@ -28,10 +28,12 @@
 #include "platform/photos/exiv2imagemetadata.h"
 #include "platform/time/systemclock.h"
 #include "settings/settings.h"
+#include "support/fakeappicon.h"
 #include "support/fakemailcomposer.h"
 #include "support/fakephotolibrary.h"
 #include "support/fakepositionsource.h"
 #include "support/fakereversegeocoder.h"
+#include "support/fakewindowicon.h"
 #include "support/memorypreferencestore.h"
 #include "support/scriptedcameracontroller.h"
 
@@ -108,13 +110,15 @@ struct World {
     {
         QObject::connect(&settings, &Settings::currentProfileSettingsChanged, &meter,
                          [this] { meter.setSettings(settings.currentProfileSettings()); });
-        services = std::make_unique<QmlServices>(
-            QmlServices::Sources{settings, store, meter, camera, nullptr, photoAlbum,
-                                 locationManager, haptics, desktop, clock, &environment});
+        services = std::make_unique<QmlServices>(QmlServices::Sources{
+            settings, store, meter, camera, nullptr, photoAlbum, locationManager, haptics, desktop,
+            mail, launcherIcon, windowIcon, clock, &environment});
     }
 
     MemoryPreferenceStore store;
     FakeMailComposer mail{false};
+    FakeAppIcon launcherIcon;
+    FakeWindowIcon windowIcon;
     SystemClock clock;
     Settings settings{store, mail, {}};
     std::shared_ptr<ScriptedCameraController> scripted =

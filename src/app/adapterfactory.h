@@ -16,6 +16,7 @@ class PositionSource;
 class PreferenceStore;
 class ReverseGeocoder;
 class UserDesktopEntry;
+class WindowIcon;
 
 /// Makes the platform adapters the app starts on. The start-up asks for each adapter
 /// when it builds the service that needs it, so the calls come in the order of the
@@ -33,6 +34,8 @@ public:
     virtual std::unique_ptr<Haptics> haptics() = 0;
     /// The launcher's quick actions and the app icon.
     virtual std::unique_ptr<UserDesktopEntry> userDesktopEntry() = 0;
+    /// The icon of the app's windows.
+    virtual std::unique_ptr<WindowIcon> windowIcon() = 0;
     virtual std::unique_ptr<PositionSource> positionSource() = 0;
     /// `clock` paces the requests; it outlives the geocoder.
     virtual std::unique_ptr<ReverseGeocoder> reverseGeocoder(Clock& clock) = 0;

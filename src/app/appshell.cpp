@@ -6,10 +6,13 @@
 #include "app/dependencycontainer.h"
 #include "app/profilequickactions.h"
 #include "app/reviewrequest.h"
+#include "platform/desktop/appicon.h"
 #include "platform/desktop/quickaction.h"
+#include "platform/desktop/windowicon.h"
 #include "platform/location/positionsource.h"
 #include "platform/location/reversegeocoder.h"
 #include "platform/time/clock.h"
+#include "settings/appicons.h"
 #include "settings/settings.h"
 
 #include <QGuiApplication>
@@ -45,6 +48,9 @@ void AppShell::start(const StartupOptions& options,
     if (options.quickAction && !performQuickAction(*options.quickAction))
         qCInfo(lcShell, "the quick action that started the app names no listed profile");
 
+    // The window carries the icon the launcher shows.
+    m_container.windowIcon().show(
+        AppIcons::picturePath(AppIcons::rowOf(m_container.appIcon().alternateIconName())));
     m_window = showWindow();
 
     settings.countAppStart();

@@ -31,10 +31,11 @@ public:
     ~AppShell() override;
 
     /// The start: fills the container, performs the quick action that started the app
-    /// (so the window shows its profile from the first frame), shows the window
-    /// through `showWindow` (which may give none, as in tests), counts the start and,
-    /// when this start should ask for a review, asks 3 s later. From then on the quick
-    /// actions are rewritten whenever the app leaves the foreground and when it quits.
+    /// (so the window shows its profile from the first frame), gives the window the icon
+    /// the launcher shows, shows the window through `showWindow` (which may give none, as
+    /// in tests), counts the start and, when this start should ask for a review, asks 3 s
+    /// later. From then on the quick actions are rewritten whenever the app leaves the
+    /// foreground and when it quits.
     void start(const StartupOptions& options, const std::function<QQuickWindow*()>& showWindow);
 
     /// A quick action performed while the app runs: switches to its profile. Returns

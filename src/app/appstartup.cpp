@@ -20,6 +20,7 @@
 #include "platform/desktop/haptics.h"
 #include "platform/desktop/mailcomposer.h"
 #include "platform/desktop/userdesktopentry.h"
+#include "platform/desktop/windowicon.h"
 #include "platform/location/positionsource.h"
 #include "platform/location/reversegeocoder.h"
 #include "platform/photos/imagemetadata.h"
@@ -92,6 +93,7 @@ void fillDependencies(DependencyContainer& container, const StartupOptions& opti
     services.mailComposer = adapters.mailComposer(*services.desktopServices);
     services.haptics = adapters.haptics();
     services.userDesktopEntry = adapters.userDesktopEntry();
+    services.windowIcon = adapters.windowIcon();
     services.environment = std::make_unique<AppEnvironment>();
 
     services.settings = std::make_unique<Settings>(*services.preferenceStore,
@@ -109,10 +111,12 @@ void fillDependencies(DependencyContainer& container, const StartupOptions& opti
     } else {
         // The album and the face detector are made after the camera; the camera looks
         // them up when it needs them.
+        auto device = std::make_unique<SelfMeteringCamera>(adapters.captureDevice(),
+                                                           *services.preferenceStore);
+        services.selfMeteringCamera = device.get();
         auto camera = std::make_shared<CameraController>(
-            std::make_unique<SelfMeteringCamera>(adapters.captureDevice(),
-                                                 *services.preferenceStore),
-            [&container] { return &container.photoAlbum(); }, *services.imageMetadata,
+            std::move(device), [&container] { return &container.photoAlbum(); },
+            *services.imageMetadata,
             [&container](const CameraFrame& frame) {
                 if (FaceDetector* detector = container.faceDetector())
                     detector->process(frame);

@@ -10,6 +10,7 @@
 #include "platform/desktop/haptics.h"
 #include "platform/desktop/mailcomposer.h"
 #include "platform/desktop/userdesktopentry.h"
+#include "platform/desktop/windowicon.h"
 #include "platform/photos/imagemetadata.h"
 #include "platform/photos/photolibrary.h"
 #include "platform/store/preferencestore.h"
@@ -52,10 +53,12 @@ void DependencyContainer::clear()
     m_services.photoLibrary.reset();
     m_services.calculationController.reset();
     m_services.calculator.reset();
+    m_services.selfMeteringCamera = nullptr;
     m_services.cameraController.reset();
     m_services.locationManager.reset();
     m_services.settings.reset();
     m_services.environment.reset();
+    m_services.windowIcon.reset();
     m_services.userDesktopEntry.reset();
     m_services.haptics.reset();
     m_services.mailComposer.reset();
@@ -123,6 +126,11 @@ QuickActionShortcuts& DependencyContainer::quickActionShortcuts() const
 AppIcon& DependencyContainer::appIcon() const
 {
     return require(m_services.userDesktopEntry, "user desktop entry");
+}
+
+WindowIcon& DependencyContainer::windowIcon() const
+{
+    return require(m_services.windowIcon, "window icon");
 }
 
 AppEnvironment& DependencyContainer::environment() const

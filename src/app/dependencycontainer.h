@@ -20,8 +20,10 @@ class PhotoAlbum;
 class PhotoLibrary;
 class PreferenceStore;
 class QuickActionShortcuts;
+class SelfMeteringCamera;
 class Settings;
 class UserDesktopEntry;
+class WindowIcon;
 
 /// The one process-wide owner of the app's long-lived services. The start-up fills
 /// it once, in dependency order, and nothing is replaced afterwards; the QML singletons
@@ -39,11 +41,14 @@ public:
         std::unique_ptr<MailComposer> mailComposer;
         std::unique_ptr<Haptics> haptics;
         std::unique_ptr<UserDesktopEntry> userDesktopEntry;
+        std::unique_ptr<WindowIcon> windowIcon;
         std::unique_ptr<AppEnvironment> environment;
 
         std::unique_ptr<Settings> settings;
         std::unique_ptr<LocationManager> locationManager;
         std::unique_ptr<AnyCameraController> cameraController;
+        /// The live camera's device, owned by the camera controller; null on mock data.
+        SelfMeteringCamera* selfMeteringCamera = nullptr;
         std::unique_ptr<Calculator> calculator;
         std::unique_ptr<CalculationController> calculationController;
         std::unique_ptr<PhotoLibrary> photoLibrary;
@@ -73,6 +78,10 @@ public:
     QuickActionShortcuts& quickActionShortcuts() const;
     /// The icon the launcher shows.
     AppIcon& appIcon() const;
+    /// The icon the window carries.
+    WindowIcon& windowIcon() const;
+    /// The live camera, whose calibration the settings show; null on mock data.
+    SelfMeteringCamera* selfMeteringCamera() const { return m_services.selfMeteringCamera; }
     /// What the window tells its views: safe areas, and closing what is presented.
     AppEnvironment& environment() const;
 

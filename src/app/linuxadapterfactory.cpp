@@ -4,6 +4,7 @@
 #include "platform/camera/capturedevicechoice.h"
 #include "platform/camera/faceanalyseropencv.h"
 #include "platform/desktop/feedbackdhaptics.h"
+#include "platform/desktop/qtwindowicon.h"
 #include "platform/desktop/userdesktopentry.h"
 #include "platform/desktop/xdgdesktopservices.h"
 #include "platform/desktop/xdgmailcomposer.h"
@@ -54,6 +55,11 @@ std::unique_ptr<Haptics> LinuxAdapterFactory::haptics()
 std::unique_ptr<UserDesktopEntry> LinuxAdapterFactory::userDesktopEntry()
 {
     return std::make_unique<UserDesktopEntry>(QCoreApplication::applicationFilePath());
+}
+
+std::unique_ptr<WindowIcon> LinuxAdapterFactory::windowIcon()
+{
+    return std::make_unique<QtWindowIcon>();
 }
 
 std::unique_ptr<PositionSource> LinuxAdapterFactory::positionSource()

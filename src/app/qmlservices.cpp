@@ -1,6 +1,7 @@
 #include "qmlservices.h"
 
 #include "app/appenvironmentsingleton.h"
+#include "app/cameracalibrationfacade.h"
 #include "app/camerafacade.h"
 #include "app/dependencycontainer.h"
 #include "app/desktopfacade.h"
@@ -17,12 +18,15 @@ QmlServices::QmlServices(const Sources& sources)
     : m_meter(std::make_unique<MeterFacade>(sources.calculationController, sources.settings))
     , m_camera(std::make_unique<CameraFacade>(sources.cameraController))
     , m_faces(std::make_unique<FaceDetectorFacade>(sources.faceDetector))
-    , m_settings(std::make_unique<SettingsFacade>(sources.settings, sources.preferenceStore))
+    , m_settings(std::make_unique<SettingsFacade>(
+          SettingsFacade::Services{sources.settings, sources.preferenceStore, sources.mailComposer,
+                                   sources.launcherIcon, sources.windowIcon}))
     , m_loggedPhotos(
           std::make_unique<LoggedPhotoModel>(sources.photoAlbum, sources.locationManager))
     , m_haptics(std::make_unique<HapticsFacade>(sources.haptics))
     , m_desktop(std::make_unique<DesktopFacade>(sources.desktopServices))
     , m_overlays(std::make_unique<PreviewOverlays>(sources.clock))
+    , m_calibration(std::make_unique<CameraCalibrationFacade>(sources.liveCamera))
 {
     QObject::connect(m_camera.get(), &CameraFacade::subjectAreaChanged, m_overlays.get(),
                      &PreviewOverlays::subjectAreaChanged);
@@ -34,6 +38,7 @@ QmlServices::QmlServices(const Sources& sources)
     HapticsFacade::setInstance(m_haptics.get());
     DesktopFacade::setInstance(m_desktop.get());
     PreviewOverlays::setInstance(m_overlays.get());
+    CameraCalibrationFacade::setInstance(m_calibration.get());
     AppEnvironmentSingleton::setInstance(sources.environment);
 }
 
@@ -47,6 +52,7 @@ QmlServices::~QmlServices()
     HapticsFacade::setInstance(nullptr);
     DesktopFacade::setInstance(nullptr);
     PreviewOverlays::setInstance(nullptr);
+    CameraCalibrationFacade::setInstance(nullptr);
     AppEnvironmentSingleton::setInstance(nullptr);
 }
 
@@ -62,8 +68,12 @@ std::unique_ptr<QmlServices> registerQmlServices(const DependencyContainer& cont
         container.locationManager(),
         container.haptics(),
         container.desktopServices(),
+        container.mailComposer(),
+        container.appIcon(),
+        container.windowIcon(),
         container.clock(),
         &container.environment(),
+        container.selfMeteringCamera(),
     });
 }
 

@@ -6,6 +6,7 @@ namespace kestrum {
 
 class AnyCameraController;
 class AppEnvironment;
+class AppIcon;
 class Clock;
 class DesktopFacade;
 class DesktopServices;
@@ -13,20 +14,24 @@ class Haptics;
 class HapticsFacade;
 class PreviewOverlays;
 class CalculationController;
+class CameraCalibrationFacade;
 class CameraFacade;
 class DependencyContainer;
 class FaceDetector;
 class FaceDetectorFacade;
 class LocationManager;
 class LoggedPhotoModel;
+class MailComposer;
 class MeterFacade;
 class PhotoAlbum;
 class PreferenceStore;
+class SelfMeteringCamera;
 class Settings;
 class SettingsFacade;
+class WindowIcon;
 
 /// The QML singletons (Meter, CameraController, FaceDetector, AppSettings, LoggedPhotos,
-/// Haptics, Desktop, PreviewOverlays, AppEnvironment),
+/// Haptics, Desktop, PreviewOverlays, CameraCalibration, AppEnvironment),
 /// made over the services they show and offered to every engine while this object lives.
 /// Make it before the engine loads its QML and destroy it after the engine is gone.
 ///
@@ -45,8 +50,13 @@ public:
         LocationManager& locationManager;
         Haptics& haptics;
         DesktopServices& desktopServices;
+        MailComposer& mailComposer;
+        AppIcon& launcherIcon;
+        WindowIcon& windowIcon;
         Clock& clock;                          ///< times the preview's overlays
         AppEnvironment* environment = nullptr; ///< the window's; may be null
+        /// The live camera, whose calibration the settings show; null on the mock camera.
+        SelfMeteringCamera* liveCamera = nullptr;
     };
 
     explicit QmlServices(const Sources& sources);
@@ -65,6 +75,7 @@ private:
     std::unique_ptr<HapticsFacade> m_haptics;
     std::unique_ptr<DesktopFacade> m_desktop;
     std::unique_ptr<PreviewOverlays> m_overlays;
+    std::unique_ptr<CameraCalibrationFacade> m_calibration;
 };
 
 /// The QML singletons over the services of a filled container.

@@ -2,18 +2,24 @@
 
 #include "app/profilesettingsfacade.h"
 #include "app/qmlsingleton.h"
+#include "platform/desktop/mailcomposer.h"
+#include "settings/feedbackmail.h"
 #include "settings/settings.h"
 
 namespace kestrum {
 
-SettingsFacade::SettingsFacade(Settings& settings, PreferenceStore& store, QObject* parent)
+SettingsFacade::SettingsFacade(const Services& services, QObject* parent)
     : QObject(parent)
-    , m_settings(settings)
-    , m_store(store)
-    , m_profiles(new ProfileListModel(settings, this))
+    , m_settings(services.settings)
+    , m_store(services.store)
+    , m_mail(services.mail)
+    , m_profiles(new ProfileListModel(services.settings, this))
+    , m_appIcons(new AppIconModel(services.launcherIcon, services.windowIcon, this))
 {
-    connect(&settings, &Settings::currentProfileIDChanged, this,
+    connect(&m_settings, &Settings::currentProfileIDChanged, this,
             &SettingsFacade::currentProfileIDChanged);
+    connect(&m_settings, &Settings::canSendEmailChanged, this,
+            &SettingsFacade::canSendEmailChanged);
 }
 
 SettingsFacade* SettingsFacade::create(QQmlEngine*, QJSEngine*)
@@ -61,6 +67,11 @@ ProfileSettingsFacade* SettingsFacade::profileSettings(const QString& id)
     auto* facade = new ProfileSettingsFacade(id, m_settings, m_store);
     QJSEngine::setObjectOwnership(facade, QJSEngine::JavaScriptOwnership);
     return facade;
+}
+
+bool SettingsFacade::sendFeedback()
+{
+    return m_mail.compose(FeedbackMail::forThisDevice());
 }
 
 } // namespace kestrum

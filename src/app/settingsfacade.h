@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/appiconmodel.h"
 #include "app/profilelistmodel.h"
 #include "app/profilesettingsfacade.h"
 
@@ -11,11 +12,15 @@ class QQmlEngine;
 
 namespace kestrum {
 
+class AppIcon;
+class MailComposer;
 class PreferenceStore;
 class Settings;
+class WindowIcon;
 
 /// The app-wide settings (`AppSettings`): the profile list and the current profile, the
-/// settings of any profile for its editor, and the facts the settings screen shows.
+/// settings of any profile for its editor, the app icon, the feedback mail, and the facts
+/// the settings screen shows.
 class SettingsFacade : public QObject {
     Q_OBJECT
     QML_NAMED_ELEMENT(AppSettings)
@@ -23,21 +28,33 @@ class SettingsFacade : public QObject {
     Q_PROPERTY(kestrum::ProfileListModel* profiles READ profiles CONSTANT)
     Q_PROPERTY(QString currentProfileID READ currentProfileID WRITE setCurrentProfileID NOTIFY
                    currentProfileIDChanged)
-    Q_PROPERTY(bool canSendEmail READ canSendEmail CONSTANT)
+    Q_PROPERTY(kestrum::AppIconModel* appIcons READ appIcons CONSTANT)
+    /// False until the mail program has answered (see Settings::canSendEmail).
+    Q_PROPERTY(bool canSendEmail READ canSendEmail NOTIFY canSendEmailChanged)
     Q_PROPERTY(QString appName READ appName CONSTANT)
     Q_PROPERTY(QString appVersion READ appVersion CONSTANT)
     Q_PROPERTY(QString buildNumber READ buildNumber CONSTANT)
     Q_PROPERTY(QString osVersion READ osVersion CONSTANT)
 
 public:
-    /// `store` is the one `settings` lives on; both must outlive the facade.
-    SettingsFacade(Settings& settings, PreferenceStore& store, QObject* parent = nullptr);
+    /// The services the settings screen reaches; `store` is the one `settings` lives on. All
+    /// must outlive the facade.
+    struct Services {
+        Settings& settings;
+        PreferenceStore& store;
+        MailComposer& mail;
+        AppIcon& launcherIcon;
+        WindowIcon& windowIcon;
+    };
+
+    explicit SettingsFacade(const Services& services, QObject* parent = nullptr);
 
     static SettingsFacade* create(QQmlEngine*, QJSEngine*);
     /// The instance `create()` hands out; the composition root sets it before QML loads.
     static void setInstance(SettingsFacade* instance) { s_instance = instance; }
 
     ProfileListModel* profiles() const { return m_profiles; }
+    AppIconModel* appIcons() const { return m_appIcons; }
     QString currentProfileID() const;
     /// Makes the listed profile `id` current; an id that is not listed changes nothing.
     void setCurrentProfileID(const QString& id);
@@ -49,16 +66,22 @@ public:
 
     /// The settings of profile `id`, for the profile editor; the caller (QML) owns them.
     Q_INVOKABLE kestrum::ProfileSettingsFacade* profileSettings(const QString& id);
+    /// Opens the feedback mail (FeedbackMail) in the mail program; false when nothing
+    /// took it.
+    Q_INVOKABLE bool sendFeedback();
 
 signals:
     void currentProfileIDChanged();
+    void canSendEmailChanged();
 
 private:
     static inline SettingsFacade* s_instance = nullptr;
 
     Settings& m_settings;
     PreferenceStore& m_store;
+    MailComposer& m_mail;
     ProfileListModel* m_profiles;
+    AppIconModel* m_appIcons;
 };
 
 } // namespace kestrum

@@ -2,6 +2,8 @@
 
 #include "platform/store/preferencestore.h"
 
+#include <cmath>
+
 namespace kestrum {
 
 CaptureCalibration::CaptureCalibration(PreferenceStore& store, const QString& deviceId)
@@ -41,6 +43,22 @@ double CaptureCalibration::offsetEV() const
 double CaptureCalibration::rotation() const
 {
     return m_store->doubleValue(rotationKey(m_deviceId));
+}
+
+bool CaptureCalibration::setAperture(double fNumber)
+{
+    if (!std::isfinite(fNumber) || fNumber <= 0.0)
+        return false;
+    m_store->setDouble(apertureKey(m_deviceId), fNumber);
+    return true;
+}
+
+bool CaptureCalibration::setOffsetEV(double offsetEV)
+{
+    if (!std::isfinite(offsetEV))
+        return false;
+    m_store->setDouble(offsetKey(m_deviceId), offsetEV);
+    return true;
 }
 
 } // namespace kestrum

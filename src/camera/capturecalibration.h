@@ -14,7 +14,7 @@ class PreferenceStore;
 /// Kept in the preference store under "camera.<id>.aperture", "camera.<id>.calibration"
 /// and "camera.<id>.rotation"; the fallbacks (f/2.0, 0 EV, 0°) are registered, never
 /// written.
-/// Values are read on every call, so a change in Settings takes effect at the next
+/// Values are read on every call, so a change in the settings takes effect at the next
 /// measurement.
 class CaptureCalibration {
 public:
@@ -28,10 +28,17 @@ public:
     static QString offsetKey(const QString& deviceId);
     static QString rotationKey(const QString& deviceId);
 
+    QString deviceId() const { return m_deviceId; }
+
     double aperture() const;
     double offsetEV() const;
     /// Degrees clockwise, as stored; CameraFrame rounds it to a quarter turn.
     double rotation() const;
+
+    /// Stores the lens's f-number; false, storing nothing, unless it is a positive number.
+    bool setAperture(double fNumber);
+    /// Stores the offset; false, storing nothing, unless it is a number.
+    bool setOffsetEV(double offsetEV);
 
 private:
     PreferenceStore* m_store;

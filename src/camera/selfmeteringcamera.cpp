@@ -38,6 +38,7 @@ bool SelfMeteringCamera::findCamera()
     if (!m_device->findCamera())
         return false;
     m_calibration.emplace(m_preferences, m_device->id());
+    emit calibrationChanged();
     return true;
 }
 

@@ -44,8 +44,13 @@ public:
     AuthorizationStatus authorizationStatus() const override;
     QFuture<bool> requestAccess() override { return m_device->requestAccess(); }
     bool createSession() override { return m_device->createSession(); }
-    /// Also starts reading the calibration of the camera found.
+    /// Also starts reading the calibration of the camera found (`calibrationChanged`).
     bool findCamera() override;
+    /// The calibration of the camera found; null before `findCamera` succeeded.
+    CaptureCalibration* calibration() { return m_calibration ? &*m_calibration : nullptr; }
+    /// Whether the device reports its f-number (footage whose sidecar gives one); one that
+    /// does not takes it from the calibration.
+    bool reportsAperture() const { return m_device->lensAperture().has_value(); }
     Kind kind() const override { return Kind::wideAngle; }
     QList<float> switchOverZoomFactors() const override { return {}; }
     float minZoomFactor() const override { return 1.0f; }
@@ -72,6 +77,10 @@ public:
     std::optional<float> exposureDurationS() const override;
     std::optional<float> lensAperture() const override;
     std::optional<float> exposureTargetOffsetEV() const override;
+
+signals:
+    /// A camera was found: its calibration is the one read from now on.
+    void calibrationChanged();
 
 private:
     void takeFrame(const CameraFrame& frame);

@@ -18,10 +18,13 @@
 #include "support/fakephotolibrary.h"
 #include "support/fakepositionsource.h"
 #include "support/fakereversegeocoder.h"
+#include "support/fakewindowicon.h"
 #include "support/manualclock.h"
 #include "support/memorypreferencestore.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -86,6 +89,10 @@ public:
     {
         return std::make_unique<UserDesktopEntry>("/usr/bin/kestrum");
     }
+    std::unique_ptr<WindowIcon> windowIcon() override
+    {
+        return kept(window, std::make_unique<FakeWindowIcon>());
+    }
     std::unique_ptr<PositionSource> positionSource() override
     {
         made.append("location");
@@ -115,6 +122,7 @@ public:
     QStringList made;
     ManualClock* clockMade = nullptr;
     RecordedLinks* links = nullptr;
+    FakeWindowIcon* window = nullptr;
     QList<FakePositionSource*> positionSources; // the shell's first, then the container's
     FakeCaptureDevice* device = nullptr;
 };
@@ -355,6 +363,30 @@ private slots:
                                    "--quick-action=profile --quick-action-info=profileID=A1\n",
                                    "[Desktop Action profile-B2]\nName=Night & Day\n"})
             QVERIFY2(text.contains(action), action);
+    }
+
+    void windowCarriesTheLaunchersIconWhenShown_data()
+    {
+        QTest::addColumn<QString>("iconLine"); // in the user's entry before the start
+        QTest::addColumn<QString>("picture");
+        QTest::newRow("an alternate") << "Icon=org.kestrum.Kestrum-Classic"
+                                      << ":/kestrum/icons/Classic.svg";
+        QTest::newRow("one not on offer") << "Icon=org.kestrum.Kestrum-Sepia"
+                                          << ":/kestrum/icons/Light.svg";
+    }
+
+    void windowCarriesTheLaunchersIconWhenShown()
+    {
+        QFETCH(QString, iconLine);
+        QFETCH(QString, picture);
+        QVERIFY(QDir().mkpath(QFileInfo(entryPath()).path()));
+        QFile entry(entryPath());
+        QVERIFY(entry.open(QIODevice::WriteOnly));
+        entry.write(("[Desktop Entry]\n" + iconLine + "\n").toUtf8());
+        entry.close();
+        QStringList shownWithTheWindow;
+        start(onMockData(), [&] { shownWithTheWindow = m_adapters.window->shown(); });
+        QCOMPARE(shownWithTheWindow, QStringList{picture});
     }
 
     void quickActionWhileRunning_data()

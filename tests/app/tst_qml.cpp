@@ -1,6 +1,7 @@
 // Runs the Quick Tests in tests/app/qml against the app's QML module, whose singletons are
 // made over fakes: settings in memory, the mock camera, an album on a library in memory,
-// a scripted geocoder, and a clock that moves only when a test says so (`Harness`).
+// a scripted geocoder, the launcher's and the window's icons and the mail program in
+// memory, and a clock that moves only when a test says so (`Harness`).
 
 #include "album/locationmanager.h"
 #include "album/photoalbum.h"
@@ -15,10 +16,12 @@
 #include "platform/photos/exiv2imagemetadata.h"
 #include "settings/settings.h"
 #include "settings/translationcatalogue.h"
+#include "support/fakeappicon.h"
 #include "support/fakemailcomposer.h"
 #include "support/fakephotolibrary.h"
 #include "support/fakepositionsource.h"
 #include "support/fakereversegeocoder.h"
+#include "support/fakewindowicon.h"
 #include "support/manualclock.h"
 #include "support/memorypreferencestore.h"
 #include "support/testphotos.h"
@@ -52,8 +55,16 @@ class Harness : public QObject {
     Q_PROPERTY(int zoomCommits MEMBER zoomCommits)
 
 public:
-    explicit Harness(ManualClock& clock)
+    /// What the app wrote through the desktop's ports.
+    struct Desktop {
+        FakeAppIcon& launcherIcon;
+        FakeWindowIcon& windowIcon;
+        FakeMailComposer& mail;
+    };
+
+    Harness(ManualClock& clock, const Desktop& desktop)
         : m_clock(clock)
+        , m_desktop(desktop)
     {}
 
     /// Moves the meter's clock on, running its 0.3 s measurements and throttles.
@@ -82,6 +93,19 @@ public:
     Q_INVOKABLE void observeFace(QRectF box)
     {
         emit FaceDetectorFacade::create(nullptr, nullptr)->faceObserved(FaceObservation{box, 1.0f});
+    }
+
+    /// The alternate icon the launcher's entry names ("" for the app's own).
+    Q_INVOKABLE QString launcherIcon() const { return m_desktop.launcherIcon.alternateIconName(); }
+    /// The pictures the window was given, in order.
+    Q_INVOKABLE QStringList windowIcons() const { return m_desktop.windowIcon.shown(); }
+    /// The subjects of the mails handed to the mail program, in order.
+    Q_INVOKABLE QStringList mailSubjects() const
+    {
+        QStringList subjects;
+        for (const MailMessage& mail : m_desktop.mail.composed())
+            subjects.append(mail.subject);
+        return subjects;
     }
 
     /// What a screen reader learns of `item`: name, role, description, value with its
@@ -133,6 +157,7 @@ public:
 
 private:
     ManualClock& m_clock;
+    Desktop m_desktop;
 };
 
 /// The mock camera, remembering where it was asked to meter.
@@ -198,15 +223,17 @@ struct World {
         QObject::connect(&settings, &Settings::currentProfileSettingsChanged, &meter,
                          [this] { meter.setSettings(settings.currentProfileSettings()); });
         harness.store = &store;
-        services = std::make_unique<QmlServices>(
-            QmlServices::Sources{settings, store, meter, camera, nullptr, *photoAlbum,
-                                 locationManager, haptics, desktop, clock, &environment});
+        services = std::make_unique<QmlServices>(QmlServices::Sources{
+            settings, store, meter, camera, nullptr, *photoAlbum, locationManager, haptics, desktop,
+            mail, launcherIcon, windowIcon, clock, &environment});
     }
 
     MemoryPreferenceStore store;
-    FakeMailComposer mail{false};
+    FakeMailComposer mail{true};
+    FakeAppIcon launcherIcon;
+    FakeWindowIcon windowIcon;
     ManualClock clock;
-    Harness harness{clock};
+    Harness harness{clock, {launcherIcon, windowIcon, mail}};
     Settings settings{store, mail, {}};
     AnyCameraController camera{std::make_shared<RecordingCamera>(harness)};
     RecordingHaptics haptics{harness};

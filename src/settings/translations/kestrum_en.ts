@@ -199,5 +199,49 @@
         <source>Simulated camera picture</source>
         <translation>Simulated camera picture</translation>
     </message>
+    <message id="settings.calibration.title">
+        <source>Camera</source>
+        <translation>Camera</translation>
+    </message>
+    <message id="settings.calibration">
+        <source>Calibration</source>
+        <translation>Calibration</translation>
+    </message>
+    <message id="settings.calibration.explanation">
+        <source>Calibration shifts every reading of this camera, in thirds of a stop, so that it agrees with your handheld meter.</source>
+        <translation>Calibration shifts every reading of this camera, in thirds of a stop, so that it agrees with your handheld meter.</translation>
+    </message>
+    <message id="settings.lensAperture">
+        <source>Lens aperture</source>
+        <translation>Lens aperture</translation>
+    </message>
+    <message id="settings.lensAperture.explanation">
+        <source>This camera does not report its f-number; enter the lens aperture so that readings are right.</source>
+        <translation>This camera does not report its f-number; enter the lens aperture so that readings are right.</translation>
+    </message>
+    <message id="settings.icon">
+        <source>App icon</source>
+        <translation>App icon</translation>
+    </message>
+    <message id="settings.icon.light">
+        <source>Light</source>
+        <translation>Light</translation>
+    </message>
+    <message id="settings.icon.dark">
+        <source>Dark</source>
+        <translation>Dark</translation>
+    </message>
+    <message id="settings.icon.yellow">
+        <source>Yellow</source>
+        <translation>Yellow</translation>
+    </message>
+    <message id="settings.icon.classic">
+        <source>Classic</source>
+        <translation>Classic</translation>
+    </message>
+    <message id="settings.button.feedback">
+        <source>Send feedback</source>
+        <translation>Send feedback</translation>
+    </message>
 </context>
 </TS>

@@ -131,14 +131,12 @@ private slots:
         QTest::addColumn<bool>("accepted");
         QTest::addColumn<QString>("iconLine");
         QTest::addColumn<QString>("readBack");
-        QTest::newRow("an alternate")
-            << "AppIconDark" << true << "Icon=org.kestrum.Kestrum-AppIconDark"
-            << "AppIconDark";
+        QTest::newRow("an alternate") << "Dark" << true << "Icon=org.kestrum.Kestrum-Dark"
+                                      << "Dark";
         QTest::newRow("the app's own") << "" << true << "Icon=org.kestrum.Kestrum"
                                        << "";
-        QTest::newRow("not an icon name")
-            << "../evil" << false << "Icon=org.kestrum.Kestrum-AppIconYellow"
-            << "AppIconYellow";
+        QTest::newRow("not an icon name") << "../evil" << false << "Icon=org.kestrum.Kestrum-Yellow"
+                                          << "Yellow";
     }
 
     void alternateIconIsKeptInTheEntry()
@@ -148,7 +146,7 @@ private slots:
         QFETCH(QString, iconLine);
         QFETCH(QString, readBack);
         UserDesktopEntry before("/usr/bin/kestrum", entryPath());
-        QVERIFY(before.setAlternateIconName("AppIconYellow"));
+        QVERIFY(before.setAlternateIconName("Yellow"));
         QCOMPARE(before.setAlternateIconName(name), accepted);
         QVERIFY(group(read(entryPath()), "[Desktop Entry]").contains(iconLine));
         QCOMPARE(UserDesktopEntry("/usr/bin/kestrum", entryPath()).alternateIconName(), readBack);
