@@ -1,6 +1,7 @@
 #include "faceanalyseropencv.h"
 
 #include "faceanalysisimage.h"
+#include "faceoctavesearch.h"
 
 #include <opencv2/core.hpp>
 #include <opencv2/imgproc.hpp>
@@ -14,11 +15,7 @@ namespace kestrum {
 
 namespace {
 
-// Detection over the whole analysed frame: 15 % steps between scales and three
-// overlapping hits per face keep it near 25 ms at 320 × 240 without losing faces.
-constexpr double kDetectionScaleStep = 1.15;
-constexpr int kDetectionMinNeighbours = 3;
-// The smallest face searched for, in analysed pixels (the cascade's own window is 20).
+// The smallest face refinement looks for, in analysed pixels: the cascade's own window.
 constexpr int kMinimumFaceSidePx = 20;
 
 // The tracker searches this fraction of the box's size beyond each of its sides: far
@@ -33,6 +30,8 @@ constexpr double kRefineMarginOfBox = 0.25;
 constexpr double kRefineMinimumSizeOfBox = 0.6;
 constexpr double kRefineMaximumSizeOfBox = 1.5;
 constexpr int kRefineMinNeighbours = 2;
+// 15 % steps between window sizes: the few sizes near the box, finely.
+constexpr double kRefineScaleStep = 1.15;
 
 cv::Mat matOf(const QImage& grey)
 {
@@ -113,10 +112,7 @@ FaceAnalyserOpenCv::~FaceAnalyserOpenCv() = default;
 QList<QRect> FaceAnalyserOpenCv::detectFaces(const QImage& frame)
 {
     return guarded([&] {
-        std::vector<cv::Rect> faces;
-        m_cascade->detectMultiScale(matOf(frame), faces, kDetectionScaleStep,
-                                    kDetectionMinNeighbours, 0,
-                                    cv::Size(kMinimumFaceSidePx, kMinimumFaceSidePx));
+        const std::vector<cv::Rect> faces = faceOctaveSearch(*m_cascade, matOf(frame));
         QList<QRect> boxes;
         boxes.reserve(qsizetype(faces.size()));
         for (const cv::Rect& face : faces) {
@@ -171,8 +167,8 @@ QRect FaceAnalyserOpenCv::refine(const QImage& frame, const QRect& trackedBox)
             return trackedBox;
         }
         std::vector<cv::Rect> faces;
-        m_cascade->detectMultiScale(image(region), faces, kDetectionScaleStep, kRefineMinNeighbours,
-                                    0, cv::Size(minimum, minimum), cv::Size(maximum, maximum));
+        m_cascade->detectMultiScale(image(region), faces, kRefineScaleStep, kRefineMinNeighbours, 0,
+                                    cv::Size(minimum, minimum), cv::Size(maximum, maximum));
         if (faces.empty()) {
             return trackedBox;
         }

@@ -14,9 +14,11 @@ namespace kestrum {
 
 /// Face analysis on OpenCV, with the frontal-face cascade that Debian's opencv-data ships.
 ///
-/// - Detection: the Haar cascade `frontalface_alt2` over the whole analysed frame. It
-///   finds more faces than the LBP cascades on frames scaled down to 320 pixels and costs
-///   about 25 ms there, where a full 640 × 480 pass would cost several times that.
+/// - Detection: the Haar cascade `frontalface_alt2` over the whole analysed frame, one
+///   octave of face sizes at a time (`faceOctaveSearch`). It finds more faces than the LBP
+///   cascades on frames scaled down to 320 pixels, whose windows (24 and 45 pixels) miss
+///   the smallest faces there. Searched by octaves, a 320 × 240 frame without a face costs
+///   about 11 ms of CPU time, against 20 ms for OpenCV's own search over every size.
 /// - Tracking: normalised cross-correlation (`TM_CCOEFF_NORMED`) of the request's last
 ///   patch within a window around its last box, then of the face as first detected within
 ///   two pixels of the spot found, which keeps whole-pixel rounding from adding up to
