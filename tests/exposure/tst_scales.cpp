@@ -146,12 +146,9 @@ private slots:
 
     void nearestEntry()
     {
-        QCOMPARE(nearestAperture(4.0), "4");
-        QCOMPARE(nearestAperture(2.9), "2.8"); // linear, not logarithmic
         QCOMPARE(nearestAperture(0.1), "0.7");
         QCOMPARE(nearestAperture(1000.0), "45");
-        QCOMPARE(nearestAperture(1.2), "1");
-        QCOMPARE(nearestAperture(20.0), "22");
+        QCOMPARE(nearestAperture(1.2), "1"); // linear: by ratio 1.4 would be nearer
         // A tie takes the earlier entry in list order.
         const std::vector<ISO> ascending = {{Fraction::full, 100.0, "100"},
                                             {Fraction::full, 200.0, "200"}};
