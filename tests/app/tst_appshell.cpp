@@ -263,6 +263,7 @@ private slots:
             QCOMPARE(exposures[0].coordinate()->latitude, -33.86);
     }
 
+    // What an action does once read is quickActionWhileRunning's.
     void quickActionAtStartShowsItsProfileFromTheFirstFrame_data()
     {
         QTest::addColumn<QStringList>("arguments");
@@ -270,12 +271,6 @@ private slots:
         QTest::newRow("a listed profile")
             << QStringList{"kestrum", "--quick-action=profile", "--quick-action-info=profileID=B2"}
             << "B2";
-        QTest::newRow("a deleted profile")
-            << QStringList{"kestrum", "--quick-action=profile", "--quick-action-info=profileID=C3"}
-            << "A1";
-        QTest::newRow("another type")
-            << QStringList{"kestrum", "--quick-action=camera", "--quick-action-info=profileID=B2"}
-            << "A1";
         QTest::newRow("no profile id") << QStringList{"kestrum", "--quick-action=profile"} << "A1";
         QTest::newRow("from the launcher") << QStringList{"kestrum"} << "A1";
     }
