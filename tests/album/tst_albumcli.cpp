@@ -149,34 +149,6 @@ private slots:
         QCOMPARE(refused.out, QByteArray());
         QVERIFY(!QDir(album()).exists() || QDir(album()).isEmpty());
     }
-
-    // Opened, the album takes in the photos of the folder earlier versions used, and
-    // leaves out what it cannot show rather than stopping.
-    void albumMovesOldPhotosUpAndSkipsOthers()
-    {
-        const Run logged = cli({"log", scene(), "--iso", "200", "--aperture", "2.8", "--speed",
-                                "500", "--compensation", "0"});
-        QCOMPARE(logged.exitCode, 0);
-        const QString first = logged.json().object().value("localIdentifier").toString();
-        QVERIFY(QDir().mkpath(album() + "/Kestrum"));
-        QVERIFY(QFile::copy(album() + "/" + first, album() + "/Kestrum/old.jpeg"));
-        const QString camera = album() + "/camera.jpeg";
-        QVERIFY(writeFile(camera, plainJpeg()));
-        const Run tagged =
-            run("exiftool", {"-q", "-overwrite_original", "-ExposureTime=0", "-ISOSpeed=200",
-                             "-FNumber=2.8", "-ExposureCompensation=0", "-Model=Other", camera});
-        QCOMPARE(tagged.exitCode, 0);
-
-        const Run listed = cli({"album"});
-        QCOMPARE(listed.err, QByteArray());
-        QCOMPARE(listed.exitCode, 0);
-        QStringList identifiers;
-        for (const QJsonValue& exposure : listed.json().array())
-            identifiers.append(exposure.toObject().value("localIdentifier").toString());
-        identifiers.sort();
-        QCOMPARE(identifiers, (QStringList{first, "old.jpeg"}));
-        QVERIFY(!QFileInfo::exists(album() + "/Kestrum"));
-    }
 };
 
 QTEST_GUILESS_MAIN(AlbumCliTest)

@@ -44,7 +44,6 @@ private slots:
         QTest::newRow("fractional ISO") << photo(200.5, 2.8, 0.002, 0.0) << QStringList{};
         QTest::newRow("ISO as text") << photo("200", 2.8, 0.002, 0.0) << QStringList{};
         QTest::newRow("f-number as text") << photo(qint64(200), "2.8", 0.002, 0.0) << QStringList{};
-        QTest::newRow("no f-number") << photo(qint64(200), {}, 0.002, 0.0) << QStringList{};
         QTest::newRow("no bias") << photo(qint64(200), 2.8, 0.002, {}) << QStringList{};
         QTest::newRow("no exposure time") << photo(qint64(200), 2.8, {}, 0.0) << QStringList{};
         QTest::newRow("no Exif group") << ImageProperties() << QStringList{};

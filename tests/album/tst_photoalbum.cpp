@@ -31,14 +31,6 @@ auto albumError(const QFuture<T>& future)
     return std::nullopt;
 }
 
-QStringList identifiers(const PhotoAlbum& album)
-{
-    QStringList result;
-    for (const auto& exposure : album.loggedExposures())
-        result.append(exposure.localIdentifier());
-    return result;
-}
-
 // Lets every started read finish, and `album`'s latest load publish.
 void settle(const PhotoAlbum* album = nullptr)
 {

@@ -66,48 +66,25 @@ private slots:
         QTest::addColumn<QString>("before");
         QTest::addColumn<QString>("after");
         QTest::addColumn<QString>("told");
-        QTest::newRow("unchanged") << "a b c"
-                                   << "a b c"
-                                   << "";
-        QTest::newRow("renamed") << "a b c"
-                                 << "a b=B c"
-                                 << "changed 1";
-        QTest::newRow("appended") << "a b"
-                                  << "a b c"
-                                  << "inserted 2-2";
-        QTest::newRow("new on top") << "a b"
-                                    << "c d a b"
-                                    << "inserted 0-1";
-        QTest::newRow("filled") << ""
-                                << "a b"
-                                << "inserted 0-1";
-        QTest::newRow("removed run") << "a b c d"
-                                     << "a d"
-                                     << "removed 1-2";
-        QTest::newRow("emptied") << "a b"
-                                 << ""
-                                 << "removed 0-1";
-        QTest::newRow("removed and added") << "a b c d"
-                                           << "x a c=C"
-                                           << "removed 3-3; removed 1-1; inserted 0-0; changed 2";
-        QTest::newRow("moved towards the end") << "a b c d"
-                                               << "a c d b"
-                                               << "moved 1 to 4";
-        QTest::newRow("moved towards the start") << "a b c d"
-                                                 << "a d=D b c"
-                                                 << "moved 3 to 1; changed 1";
-        QTest::newRow("neighbours swapped") << "a b c"
-                                            << "b a c"
-                                            << "moved 0 to 2";
-        QTest::newRow("two moves") << "a b c d"
-                                   << "b a d c"
-                                   << "reset";
-        QTest::newRow("moved and removed") << "a b c d"
-                                           << "c a b"
-                                           << "reset";
-        QTest::newRow("repeated key") << "a b"
-                                      << "a a"
-                                      << "reset";
+        const auto row = [](const char* tag, const char* before, const char* after,
+                            const char* told) {
+            QTest::newRow(tag) << QString(before) << QString(after) << QString(told);
+        };
+        row("unchanged", "a b c", "a b c", "");
+        row("renamed", "a b c", "a b=B c", "changed 1");
+        row("appended", "a b", "a b c", "inserted 2-2");
+        row("new on top", "a b", "c d a b", "inserted 0-1");
+        row("filled", "", "a b", "inserted 0-1");
+        row("removed run", "a b c d", "a d", "removed 1-2");
+        row("emptied", "a b", "", "removed 0-1");
+        row("removed and added", "a b c d", "x a c=C",
+            "removed 3-3; removed 1-1; inserted 0-0; changed 2");
+        row("moved towards the end", "a b c d", "a c d b", "moved 1 to 4");
+        row("moved towards the start", "a b c d", "a d=D b c", "moved 3 to 1; changed 1");
+        row("neighbours swapped", "a b c", "b a c", "moved 0 to 2");
+        row("two moves", "a b c d", "b a d c", "reset");
+        row("moved and removed", "a b c d", "c a b", "reset");
+        row("repeated key", "a b", "a a", "reset");
     }
 
     void tellsTheEdit()

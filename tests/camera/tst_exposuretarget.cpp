@@ -86,7 +86,6 @@ private slots:
         QTest::addColumn<double>("luminance");
         const MeteringRegion centreWeighted;
         QTest::newRow("uniform, centre-weighted") << uniform(200) << centreWeighted << 0.5775804404;
-        QTest::newRow("uniform, spot") << uniform(200) << spot(0.3, 0.6) << 0.5775804404;
         QTest::newRow("halves, centre-weighted")
             << halves(20, 230) << centreWeighted << 0.3991466753;
         QTest::newRow("halves, spot on the bright side")
@@ -114,7 +113,6 @@ private slots:
         QTest::addColumn<double>("offsetEV");
         QTest::newRow("middle grey is on target") << 0.18 << 0.0;
         QTest::newRow("twice as bright") << 0.36 << 1.0;
-        QTest::newRow("an eighth") << 0.0225 << -3.0;
         // Half of grey 1's 0.0003035270, against 18 %.
         QTest::newRow("black reads as half the darkest grey") << 0.0 << -10.2119564134;
     }

@@ -41,7 +41,6 @@ private slots:
         QTest::newRow("exactly 0.3 marks last frame") << false << 0.3f << true << true << false;
         QTest::newRow("just above 0.3 is trusted")
             << false << std::nextafter(0.3f, 1.0f) << true << false << true;
-        QTest::newRow("lost track marks last frame") << false << 0.0f << true << true << false;
         QTest::newRow("last frame is dropped however good")
             << true << 1.0f << false << true << false;
     }

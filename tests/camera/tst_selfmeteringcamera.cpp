@@ -129,7 +129,6 @@ private slots:
         QTest::newRow("webcam default") << OptF() << up;
         QTest::newRow("quarter turn") << OptF(90) << right;
         QTest::newRow("half turn") << OptF(180) << down;
-        QTest::newRow("three quarters") << OptF(270) << left;
         QTest::newRow("counter-clockwise") << OptF(-90) << left;
         QTest::newRow("over a full turn") << OptF(450) << right;
         QTest::newRow("nearest quarter") << OptF(80) << right;

@@ -20,7 +20,6 @@ private slots:
         QTest::newRow("halved active") << 1.0f << true << true << u"0.5×"_qs;
         QTest::newRow("floor, not nearest") << 2.75f << false << false << "2.7";
         QTest::newRow("whole number has no decimal") << 2.0f << true << false << "1";
-        QTest::newRow("triple camera tele") << 6.0f << true << false << "3";
         QTest::newRow("decimal as it reads") << 2.3f << false << false << "2.3";
         QTest::newRow("ten") << 20.0f << true << true << u"10×"_qs;
     }

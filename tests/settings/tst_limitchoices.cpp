@@ -29,9 +29,6 @@ private slots:
         QTest::addColumn<QString>("maximum");
         QTest::newRow("iso full") << "iso" << Fraction::full << "12 25 50 100"
                                   << "400 800 1600 3200 6400";
-        QTest::newRow("iso third")
-            << "iso" << Fraction::third << "12 16 20 25 32 40 50 64 80 100"
-            << "400 500 640 800 1000 1250 1600 2000 2500 3200 4000 5000 6400";
         QTest::newRow("aperture full") << "aperture" << Fraction::full << "0.7 1 1.4 2 2.8 4"
                                        << "16 22 32 45";
         QTest::newRow("speed full") << "speed" << Fraction::full << "30s 15s 8s 4s 2s 1s 2 4 8"

@@ -54,18 +54,6 @@ bool FakeCaptureDevice::lockForConfiguration(QString* error)
     return true;
 }
 
-void FakeCaptureDevice::setZoomFactor(float factor)
-{
-    m_zoomFactor = factor;
-    record(QStringLiteral("zoom %1").arg(factor));
-}
-
-void FakeCaptureDevice::rampToZoomFactor(float factor, float rate)
-{
-    m_zoomFactor = factor;
-    record(QStringLiteral("ramp %1 at %2").arg(factor).arg(rate));
-}
-
 void FakeCaptureDevice::setExposurePointOfInterest(QPointF point)
 {
     record(QStringLiteral("point %1,%2").arg(point.x()).arg(point.y()));
@@ -76,11 +64,6 @@ void FakeCaptureDevice::setExposureMode(ExposureMode mode)
     static const char* const kNames[] = {"locked", "autoExpose", "continuousAutoExposure",
                                          "custom"};
     record(QStringLiteral("exposure mode ") + QLatin1String(kNames[int(mode)]));
-}
-
-void FakeCaptureDevice::setSubjectAreaChangeMonitoringEnabled(bool enabled)
-{
-    record(enabled ? QStringLiteral("monitoring on") : QStringLiteral("monitoring off"));
 }
 
 } // namespace kestrum

@@ -67,7 +67,6 @@ public:
     // What the device was asked.
     QStringList calls() const;
     void clearCalls();
-    float zoomFactor() const { return m_zoomFactor; }
     int startCount() const { return m_startCount; }
     /// The thread the last `startRunning` came from.
     QThread* startThread() const { return m_startThread; }
@@ -88,14 +87,20 @@ public:
     bool isRunning() const override { return m_running; }
     bool lockForConfiguration(QString* error) override;
     void unlockForConfiguration() override { record(QStringLiteral("unlock")); }
-    void setZoomFactor(float factor) override;
-    void rampToZoomFactor(float factor, float rate) override;
+    void setZoomFactor(float factor) override { record(QStringLiteral("zoom %1").arg(factor)); }
+    void rampToZoomFactor(float factor, float rate) override
+    {
+        record(QStringLiteral("ramp %1 at %2").arg(factor).arg(rate));
+    }
     void setContinuousAutoFocus() override { record(QStringLiteral("focus continuous")); }
     bool isExposurePointOfInterestSupported() const override { return m_pointOfInterestSupported; }
     bool isExposureModeSupported(ExposureMode) const override { return true; }
     void setExposurePointOfInterest(QPointF point) override;
     void setExposureMode(ExposureMode mode) override;
-    void setSubjectAreaChangeMonitoringEnabled(bool enabled) override;
+    void setSubjectAreaChangeMonitoringEnabled(bool enabled) override
+    {
+        record(enabled ? QStringLiteral("monitoring on") : QStringLiteral("monitoring off"));
+    }
     std::optional<float> iso() const override { return m_readouts.iso; }
     std::optional<float> exposureDurationS() const override { return m_readouts.exposureDurationS; }
     std::optional<float> lensAperture() const override { return m_readouts.lensAperture; }
@@ -120,7 +125,6 @@ private:
     Readouts m_readouts;
 
     bool m_running = false;
-    float m_zoomFactor = 1.0f;
     std::atomic<int> m_startCount = 0;
     std::atomic<QThread*> m_startThread = nullptr;
     mutable QMutex m_callsMutex; // starting comes from the session queue

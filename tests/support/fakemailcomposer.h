@@ -2,12 +2,9 @@
 
 #include "platform/desktop/mailcomposer.h"
 
-#include <QList>
-
 namespace kestrum {
 
-/// A mail composer with a fixed answer that counts how often it was asked and keeps
-/// the messages it was given.
+/// A mail composer with a fixed answer that counts how often it was asked.
 class FakeMailComposer final : public MailComposer {
 public:
     explicit FakeMailComposer(bool canSendMail)
@@ -19,19 +16,13 @@ public:
         ++m_queryCount;
         return QtFuture::makeReadyFuture(m_canSendMail);
     }
-    bool compose(const MailMessage& message) override
-    {
-        m_composed.append(message);
-        return m_canSendMail;
-    }
+    bool compose(const MailMessage&) override { return m_canSendMail; }
 
     int queryCount() const { return m_queryCount; }
-    const QList<MailMessage>& composed() const { return m_composed; }
 
 private:
     bool m_canSendMail;
     mutable int m_queryCount = 0;
-    QList<MailMessage> m_composed;
 };
 
 } // namespace kestrum

@@ -3,6 +3,7 @@
 // Photos for the album tests, drawn and tagged here.
 
 #include "album/loggedphotometadata.h"
+#include "album/photoalbum.h"
 #include "platform/photos/exiv2imagemetadata.h"
 
 #include <QBuffer>
@@ -54,6 +55,15 @@ inline ImageProperties exposureMetadata(const QString& iso, const QString& apert
 inline QByteArray loggedJpeg(const ImageMetadata& metadata, const ImageProperties& properties)
 {
     return metadata.merged(plainJpeg(), properties).value_or(QByteArray());
+}
+
+/// The album's photos by identifier, as it lists them.
+inline QStringList identifiers(const PhotoAlbum& album)
+{
+    QStringList result;
+    for (const auto& exposure : album.loggedExposures())
+        result.append(exposure.localIdentifier());
+    return result;
 }
 
 inline bool writeFile(const QString& path, const QByteArray& bytes)

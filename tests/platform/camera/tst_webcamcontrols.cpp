@@ -22,7 +22,6 @@ private slots:
         QTest::addColumn<OptI>("units");
         QTest::addColumn<OptF>("seconds");
         QTest::newRow("1/100 s") << OptI(100) << OptF(0.01f);
-        QTest::newRow("shortest") << OptI(1) << OptF(0.0001f);
         QTest::newRow("unknown") << OptI() << OptF();
         QTest::newRow("zero means nothing") << OptI(0) << OptF();
         QTest::newRow("negative") << OptI(-3) << OptF();

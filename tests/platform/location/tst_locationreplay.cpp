@@ -51,9 +51,6 @@ private slots:
         QTest::newRow("log path") << "nmea:/var/log/walk.nmea"
                                   << PositionSourceChoice{
                                          "nmea", {{"nmea.source", "/var/log/walk.nmea"}}, false};
-        QTest::newRow("log URL")
-            << "nmea:file:///var/log/walk.nmea"
-            << PositionSourceChoice{"nmea", {{"nmea.source", "file:///var/log/walk.nmea"}}, false};
         QTest::newRow("none") << "none" << none;
         QTest::newRow("log without path") << "nmea:" << none;
         QTest::newRow("unknown") << "gps" << none;

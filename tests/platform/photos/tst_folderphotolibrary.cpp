@@ -45,14 +45,6 @@ QStringList tree(const QString& folder)
     return files;
 }
 
-QStringList identifiers(const PhotoAlbum& album)
-{
-    QStringList result;
-    for (const auto& exposure : album.loggedExposures())
-        result.append(exposure.localIdentifier());
-    return result;
-}
-
 bool canWriteIn(const QString& folder)
 {
     QFile probe(folder + "/.probe");

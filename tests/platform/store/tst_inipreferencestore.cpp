@@ -35,9 +35,7 @@ private slots:
     void valuesSurviveAReopen_data()
     {
         QTest::addColumn<double>("value");
-        QTest::newRow("fastest speed") << 0.0001220703125;
         QTest::newRow("reciprocal") << 1.0 / 1.26;
-        QTest::newRow("negative") << -2.66;
         QTest::newRow("tiny") << 1e-300;
     }
 
@@ -83,7 +81,6 @@ private slots:
     void unreadableValuesReadAsDefaults_data()
     {
         QTest::addColumn<QByteArray>("contents");
-        QTest::newRow("words") << QByteArray("[General]\ndefault.iso=lots\n");
         QTest::newRow("trailing garbage") << QByteArray("[General]\ndefault.iso=100abc\n");
         QTest::newRow("empty") << QByteArray("[General]\ndefault.iso=\n");
         QTest::newRow("not finite") << QByteArray("[General]\ndefault.iso=nan\n");
