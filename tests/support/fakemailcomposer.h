@@ -4,7 +4,8 @@
 
 namespace kestrum {
 
-/// A mail composer with a fixed answer that counts how often it was asked.
+/// A mail composer with a fixed answer that counts how often it was asked and keeps the
+/// mails it was handed.
 class FakeMailComposer final : public MailComposer {
 public:
     explicit FakeMailComposer(bool canSendMail)
@@ -16,13 +17,19 @@ public:
         ++m_queryCount;
         return QtFuture::makeReadyFuture(m_canSendMail);
     }
-    bool compose(const MailMessage&) override { return m_canSendMail; }
+    bool compose(const MailMessage& message) override
+    {
+        m_composed.append(message);
+        return m_canSendMail;
+    }
 
     int queryCount() const { return m_queryCount; }
+    const QList<MailMessage>& composed() const { return m_composed; }
 
 private:
     bool m_canSendMail;
     mutable int m_queryCount = 0;
+    QList<MailMessage> m_composed;
 };
 
 } // namespace kestrum
