@@ -146,6 +146,11 @@ private slots:
                                       << "missing"
                                       << "av"
                                       << "" << 1500;
+        // The settings sheet over a file camera, with its calibration section.
+        QTest::newRow("settings") << "settings-camera"
+                                  << "still"
+                                  << "av"
+                                  << "358,24" << 2500;
     }
     void mainScreen()
     {
