@@ -31,7 +31,8 @@ Page {
             // Three columns, each picture inset by half the spacing on either side.
             cellWidth: width / 3
             cellHeight: cellWidth
-            ScrollIndicator.vertical: ScrollIndicator {}
+            ScrollIndicator.vertical: ScrollIndicator {
+            }
 
             // The delegate reaches the page by its id, a scope that qmllint of Qt 6.4
             // does not follow into delegates.
@@ -61,8 +62,8 @@ Page {
                     onTapped: page.photoChosen(cellPicture.index)
                 }
             }
-            // qmllint enable unqualified
 
+            // qmllint enable unqualified
             EmptyAlbumText {
                 visible: grid.count === 0
                 text: qsTrId("photoalbum.empty")
@@ -74,7 +75,8 @@ Page {
             objectName: "list"
             clip: true
             model: LoggedPhotos
-            ScrollIndicator.vertical: ScrollIndicator {}
+            ScrollIndicator.vertical: ScrollIndicator {
+            }
 
             // qmllint disable unqualified
             delegate: LoggedPhotoListCell {
@@ -83,8 +85,8 @@ Page {
                 width: ListView.view.width
                 onClicked: page.photoChosen(index)
             }
-            // qmllint enable unqualified
 
+            // qmllint enable unqualified
             EmptyAlbumText {
                 visible: list.count === 0
                 text: qsTrId("photoalbum.empty")
@@ -93,6 +95,41 @@ Page {
 
         Item {
             objectName: "map"
+
+            // On the newest photo with a position, 0.01° each way; it does not try to fit
+            // every pin.
+            MapView {
+                id: map
+                objectName: "mapView"
+                anchors.fill: parent
+                visible: LoggedPhotos.hasPositionedPhoto
+                centerLatitude: LoggedPhotos.mapCenterLatitude
+                centerLongitude: LoggedPhotos.mapCenterLongitude
+                spanDegrees: LoggedPhotos.mapSpanDegrees
+
+                // qmllint disable unqualified
+                Repeater {
+                    model: LoggedPhotos
+
+                    // The roles come by the model: the pin's own latitude and longitude
+                    // carry the same names.
+                    delegate: MapPin {
+                        id: pin
+                        readonly property int row: index
+                        readonly property string picture: model.previewSource
+
+                        visible: model.hasCoordinate
+                        latitude: model.latitude
+                        longitude: model.longitude
+
+                        ImageMapAnnotation {
+                            previewSource: pin.picture
+                            onClicked: page.photoChosen(pin.row)
+                        }
+                    }
+                }
+                // qmllint enable unqualified
+            }
 
             EmptyAlbumText {
                 visible: !LoggedPhotos.hasPositionedPhoto

@@ -99,6 +99,47 @@ Page {
                 Accessible.role: Accessible.Heading
                 Accessible.name: text
             }
+            // Where it was taken: a small map, 0.01° each way, with one pin.
+            Item {
+                visible: page.hasCoordinate
+                Layout.fillWidth: true
+                Layout.preferredHeight: 180
+
+                MapView {
+                    id: map
+                    objectName: "detailMap"
+                    anchors.fill: parent
+                    centerLatitude: page.latitude
+                    centerLongitude: page.longitude
+                    spanDegrees: LoggedPhotos.mapSpanDegrees
+                    interactive: false
+
+                    MapPin {
+                        latitude: page.latitude
+                        longitude: page.longitude
+
+                        Rectangle {
+                            anchors.centerIn: parent
+                            width: 14
+                            height: 14
+                            radius: 7
+                            color: Theme.appYellow
+                            border.color: Theme.background
+                            border.width: 2
+                        }
+                    }
+                }
+                // Rounds the map's corners (radius 8) by covering them with the sheet's
+                // own colour.
+                Rectangle {
+                    anchors.fill: parent
+                    anchors.margins: -3
+                    radius: 11
+                    color: Theme.clear
+                    border.width: 6
+                    border.color: Theme.panel
+                }
+            }
             Label {
                 objectName: "placeName"
                 visible: page.hasCoordinate
