@@ -1,7 +1,12 @@
+#include <QBuffer>
 #include <QDir>
 #include <QFile>
 #include <QImage>
+#include <QPainter>
 #include <QProcess>
+#include <QSignalSpy>
+#include <QTcpServer>
+#include <QTcpSocket>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -76,8 +81,10 @@ public:
                               QString::number(afterMs)};
         for (const QString& tap : taps)
             arguments << "--tap" << tap;
+        // Waits with the event loop running, so that a local server can answer the app.
+        QSignalSpy finished(&app, &QProcess::finished);
         app.start(QStringLiteral(KESTRUM_APP), arguments);
-        QVERIFY(app.waitForFinished(90000));
+        QVERIFY(finished.wait(90000));
         const QByteArray errors = app.readAllStandardError();
         QVERIFY2(app.exitCode() == 0, errors.constData());
         for (const char* problem :
@@ -90,11 +97,55 @@ private:
     QProcessEnvironment m_environment = QProcessEnvironment::systemEnvironment();
 };
 
+// Map tiles and place names on the loopback address: every tile is the same pale square
+// with a road across it, and every place is the Notre-Dame cathedral in Paris.
+class LocalMapServer : public QObject {
+public:
+    LocalMapServer()
+    {
+        QImage tile(256, 256, QImage::Format_RGB32);
+        tile.fill(QColor(0xe8, 0xe4, 0xd8));
+        QPainter painter(&tile);
+        painter.setPen(QPen(QColor(0xff, 0xff, 0xff), 10));
+        painter.drawLine(0, 200, 256, 60);
+        painter.end();
+        QBuffer buffer(&m_tile);
+        buffer.open(QIODevice::WriteOnly);
+        tile.save(&buffer, "PNG");
+        QObject::connect(&m_server, &QTcpServer::newConnection, this, [this] {
+            while (QTcpSocket* socket = m_server.nextPendingConnection())
+                QObject::connect(socket, &QTcpSocket::readyRead, socket,
+                                 [this, socket] { answer(*socket); });
+        });
+        m_server.listen(QHostAddress::LocalHost);
+    }
+    QString url() const { return QStringLiteral("http://127.0.0.1:%1").arg(m_server.serverPort()); }
+
+private:
+    void answer(QTcpSocket& socket)
+    {
+        const QByteArray request = socket.readAll();
+        const bool place = request.startsWith("GET /reverse");
+        const QByteArray body =
+            place ? QByteArray(R"({"name":"Notre-Dame","address":{"city":"Paris"}})") : m_tile;
+        socket.write("HTTP/1.1 200 OK\r\nContent-Type: " +
+                     QByteArray(place ? "application/json" : "image/png") +
+                     "\r\nCache-Control: max-age=604800\r\nContent-Length: " +
+                     QByteArray::number(body.size()) + "\r\n\r\n" + body);
+        socket.disconnectFromHost();
+    }
+
+    QTcpServer m_server;
+    QByteArray m_tile;
+};
+
 // In a 390 × 844 window: the Log button (centred, 50 points above the bottom), the
 // Logged photos button (left of it) and the browser's List mode.
 const QString kLogButton = QStringLiteral("195,794");
 const QString kLoggedPhotosButton = QStringLiteral("76,801");
 const QString kListMode = QStringLiteral("195,111");
+const QString kMapMode = QStringLiteral("290,111");
+const QString kFirstGridPhoto = QStringLiteral("65,210");
 
 } // namespace
 
@@ -183,6 +234,9 @@ private slots:
         QTest::addColumn<QStringList>("taps");
         QTest::newRow("grid") << "browser-grid-50" << QStringList{kLoggedPhotosButton};
         QTest::newRow("list") << "browser-list-50" << QStringList{kLoggedPhotosButton, kListMode};
+        QTest::newRow("map") << "browser-map-50" << QStringList{kLoggedPhotosButton, kMapMode};
+        QTest::newRow("detail") << "browser-detail-50"
+                                << QStringList{kLoggedPhotosButton, kFirstGridPhoto};
     }
     void browserWithFiftyPhotos()
     {
@@ -190,13 +244,16 @@ private slots:
         QFETCH(QStringList, taps);
         Run run;
         run.useFootage(kStill);
+        LocalMapServer server;
+        run.set("KESTRUM_TILE_URL", server.url() + "/{z}/{x}/{y}.png");
+        run.set("KESTRUM_GEOCODER_URL", server.url());
         const QString picture = QStringLiteral(KESTRUM_FOOTAGE "/messi5.jpg");
         for (int i = 0; i < 50; ++i) {
             run.cli({"log", picture, "--iso", "100", "--aperture",
                      QString::number(1.4 * (1 + i % 8)), "--speed", "125", "--compensation", "0",
                      "--latitude", QString::number(48.85 + i * 0.001), "--longitude", "2.35"});
         }
-        run.screenshot(QStringLiteral(SCREENSHOT_DIR "/") + name + ".png", 3000, taps);
+        run.screenshot(QStringLiteral(SCREENSHOT_DIR "/") + name + ".png", 4000, taps);
     }
 
     // Log pressed on the grey scene in aperture priority: f/2.8 and ISO 100 as the
