@@ -15,6 +15,7 @@ class PhotoLibrary;
 class PositionSource;
 class PreferenceStore;
 class ReverseGeocoder;
+class TileSource;
 class UserDesktopEntry;
 class WindowIcon;
 
@@ -39,6 +40,8 @@ public:
     virtual std::unique_ptr<PositionSource> positionSource() = 0;
     /// `clock` paces the requests; it outlives the geocoder.
     virtual std::unique_ptr<ReverseGeocoder> reverseGeocoder(Clock& clock) = 0;
+    /// The map's tiles; may be null (maps show their background only).
+    virtual std::unique_ptr<TileSource> tileSource() = 0;
     /// The live camera's device (not asked for on mock data).
     virtual std::unique_ptr<CaptureDevice> captureDevice() = 0;
     /// `metadata` outlives the library.

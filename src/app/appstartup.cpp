@@ -23,6 +23,7 @@
 #include "platform/desktop/windowicon.h"
 #include "platform/location/positionsource.h"
 #include "platform/location/reversegeocoder.h"
+#include "platform/map/tilesource.h"
 #include "platform/photos/imagemetadata.h"
 #include "platform/photos/photolibrary.h"
 #include "platform/store/preferencestore.h"
@@ -101,6 +102,7 @@ void fillDependencies(DependencyContainer& container, const StartupOptions& opti
     Settings& settings = *services.settings;
     services.locationManager = std::make_unique<LocationManager>(
         adapters.positionSource(), adapters.reverseGeocoder(*services.clock));
+    services.tileSource = adapters.tileSource();
 
     if (options.simulatedModel) {
         const bool screenshotRun =

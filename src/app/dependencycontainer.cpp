@@ -11,6 +11,7 @@
 #include "platform/desktop/mailcomposer.h"
 #include "platform/desktop/userdesktopentry.h"
 #include "platform/desktop/windowicon.h"
+#include "platform/map/tilesource.h"
 #include "platform/photos/imagemetadata.h"
 #include "platform/photos/photolibrary.h"
 #include "platform/store/preferencestore.h"
@@ -55,6 +56,7 @@ void DependencyContainer::clear()
     m_services.calculator.reset();
     m_services.selfMeteringCamera = nullptr;
     m_services.cameraController.reset();
+    m_services.tileSource.reset();
     m_services.locationManager.reset();
     m_services.settings.reset();
     m_services.environment.reset();

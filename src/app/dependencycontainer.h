@@ -22,6 +22,7 @@ class PreferenceStore;
 class QuickActionShortcuts;
 class SelfMeteringCamera;
 class Settings;
+class TileSource;
 class UserDesktopEntry;
 class WindowIcon;
 
@@ -46,6 +47,7 @@ public:
 
         std::unique_ptr<Settings> settings;
         std::unique_ptr<LocationManager> locationManager;
+        std::unique_ptr<TileSource> tileSource; ///< may be null
         std::unique_ptr<AnyCameraController> cameraController;
         /// The live camera's device, owned by the camera controller; null on mock data.
         SelfMeteringCamera* selfMeteringCamera = nullptr;
@@ -67,6 +69,8 @@ public:
     AnyCameraController& cameraController() const;
     CalculationController& calculationController() const;
     LocationManager& locationManager() const;
+    /// Where the maps' tiles come from; null when there is none.
+    TileSource* tileSource() const { return m_services.tileSource.get(); }
     PhotoAlbum& photoAlbum() const;
     /// The face detector; null without a face model.
     FaceDetector* faceDetector() const { return m_services.faceDetector.get(); }

@@ -11,6 +11,7 @@
 #include "platform/location/nominatimgeocoder.h"
 #include "platform/location/positionsourcechoice.h"
 #include "platform/location/qtpositionsource.h"
+#include "platform/map/networktilesource.h"
 #include "platform/photos/exiv2imagemetadata.h"
 #include "platform/photos/folderphotolibrary.h"
 #include "platform/store/inipreferencestore.h"
@@ -71,6 +72,11 @@ std::unique_ptr<ReverseGeocoder> LinuxAdapterFactory::reverseGeocoder(Clock& clo
 {
     return std::make_unique<NominatimGeocoder>(NominatimGeocoder::Options::fromEnvironment(),
                                                clock);
+}
+
+std::unique_ptr<TileSource> LinuxAdapterFactory::tileSource()
+{
+    return std::make_unique<NetworkTileSource>(NetworkTileSource::Options::fromEnvironment());
 }
 
 std::unique_ptr<CaptureDevice> LinuxAdapterFactory::captureDevice()

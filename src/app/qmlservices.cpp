@@ -8,6 +8,7 @@
 #include "app/facedetectorfacade.h"
 #include "app/hapticsfacade.h"
 #include "app/loggedphotomodel.h"
+#include "app/mapview.h"
 #include "app/meterfacade.h"
 #include "app/previewoverlays.h"
 #include "app/settingsfacade.h"
@@ -40,6 +41,7 @@ QmlServices::QmlServices(const Sources& sources)
     PreviewOverlays::setInstance(m_overlays.get());
     CameraCalibrationFacade::setInstance(m_calibration.get());
     AppEnvironmentSingleton::setInstance(sources.environment);
+    MapView::setSharedTileSource(sources.tileSource);
 }
 
 QmlServices::~QmlServices()
@@ -54,6 +56,7 @@ QmlServices::~QmlServices()
     PreviewOverlays::setInstance(nullptr);
     CameraCalibrationFacade::setInstance(nullptr);
     AppEnvironmentSingleton::setInstance(nullptr);
+    MapView::setSharedTileSource(nullptr);
 }
 
 std::unique_ptr<QmlServices> registerQmlServices(const DependencyContainer& container)
@@ -74,6 +77,7 @@ std::unique_ptr<QmlServices> registerQmlServices(const DependencyContainer& cont
         container.clock(),
         &container.environment(),
         container.selfMeteringCamera(),
+        container.tileSource(),
     });
 }
 

@@ -28,11 +28,13 @@ class PreferenceStore;
 class SelfMeteringCamera;
 class Settings;
 class SettingsFacade;
+class TileSource;
 class WindowIcon;
 
 /// The QML singletons (Meter, CameraController, FaceDetector, AppSettings, LoggedPhotos,
-/// Haptics, Desktop, PreviewOverlays, CameraCalibration, AppEnvironment),
-/// made over the services they show and offered to every engine while this object lives.
+/// Haptics, Desktop, PreviewOverlays, CameraCalibration, AppEnvironment) and the maps'
+/// tiles, made over the services they show and offered to every engine while this object
+/// lives.
 /// Make it before the engine loads its QML and destroy it after the engine is gone.
 ///
 /// The app builds it from the dependency container (`registerQmlServices`); a test builds
@@ -57,6 +59,7 @@ public:
         AppEnvironment* environment = nullptr; ///< the window's; may be null
         /// The live camera, whose calibration the settings show; null on the mock camera.
         SelfMeteringCamera* liveCamera = nullptr;
+        TileSource* tileSource = nullptr; ///< every MapView's; may be null
     };
 
     explicit QmlServices(const Sources& sources);

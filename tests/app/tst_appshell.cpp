@@ -11,6 +11,7 @@
 #include "platform/desktop/desktopservices.h"
 #include "platform/desktop/haptics.h"
 #include "platform/desktop/userdesktopentry.h"
+#include "platform/map/tilesource.h"
 #include "platform/photos/exiv2imagemetadata.h"
 #include "settings/settings.h"
 #include "support/fakecapturedevice.h"
@@ -102,6 +103,7 @@ public:
     {
         return std::make_unique<FakeReverseGeocoder>();
     }
+    std::unique_ptr<TileSource> tileSource() override { return nullptr; }
     std::unique_ptr<CaptureDevice> captureDevice() override
     {
         made.append("camera");
