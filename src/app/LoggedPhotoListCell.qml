@@ -22,6 +22,7 @@ ItemDelegate {
     implicitHeight: 100 + 2 * Theme.spacing
     padding: Theme.spacing
     Accessible.name: dateText + ", " + summary
+    Accessible.onPressAction: clicked()
 
     contentItem: RowLayout {
         spacing: Theme.margin

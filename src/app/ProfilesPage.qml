@@ -44,6 +44,7 @@ Page {
             font.pixelSize: Theme.bodySize
             leftPadding: page.editing && !isDefault ? 56 : Theme.margin
             Accessible.name: text
+            Accessible.onPressAction: clicked()
             onClicked: {
                 if (!page.editing)
                     page.profileChosen(index, profileId, name);

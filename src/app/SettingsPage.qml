@@ -43,6 +43,7 @@ Page {
                 text: qsTrId("profiles.title")
                 font.pixelSize: Theme.bodySize
                 Accessible.name: text
+                Accessible.onPressAction: clicked()
                 onClicked: page.profilesChosen()
 
                 Label {
@@ -78,6 +79,7 @@ Page {
                     font.pixelSize: Theme.bodySize
                     Accessible.role: Accessible.RadioButton
                     Accessible.name: name
+                    Accessible.onPressAction: clicked()
                     onClicked: AppSettings.appIcons.currentIndex = index
 
                     Image {
