@@ -139,6 +139,7 @@ Page {
     }
 
     component EmptyAlbumText: Label {
+        objectName: "emptyText"
         anchors.centerIn: parent
         width: parent.width - 4 * Theme.margin
         horizontalAlignment: Text.AlignHCenter

@@ -125,6 +125,7 @@ Drawer {
 
     Component {
         id: detail
-        PhotoDetailPage {}
+        PhotoDetailPage {
+        }
     }
 }

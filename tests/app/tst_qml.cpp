@@ -81,6 +81,13 @@ public:
         return names;
     }
 
+    /// Deletes every logged photo, as the user could in the photo library.
+    Q_INVOKABLE void emptyAlbum() const
+    {
+        if (onEmptyAlbum)
+            onEmptyAlbum();
+    }
+
     /// Forgets the exposures and haptics recorded so far.
     Q_INVOKABLE void clearRecords()
     {
@@ -148,6 +155,7 @@ public:
     }
 
     const PreferenceStore* store = nullptr;
+    std::function<void()> onEmptyAlbum;
     QList<QPointF> exposedPoints;
     QList<bool> exposedMonitoring;
     QStringList haptics;
@@ -223,6 +231,12 @@ struct World {
         QObject::connect(&settings, &Settings::currentProfileSettingsChanged, &meter,
                          [this] { meter.setSettings(settings.currentProfileSettings()); });
         harness.store = &store;
+        harness.onEmptyAlbum = [this, album] {
+            library.removePhotos(album);
+            PhotoLibraryChange change;
+            change.addAlbum(album.localIdentifier, {album});
+            library.announce(change);
+        };
         services = std::make_unique<QmlServices>(QmlServices::Sources{
             settings, store, meter, camera, nullptr, *photoAlbum, locationManager, haptics, desktop,
             mail, launcherIcon, windowIcon, clock, &environment});

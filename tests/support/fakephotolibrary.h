@@ -29,6 +29,12 @@ public:
     /// announced to the observers.
     PhotoLibraryAsset addPhoto(const PhotoLibraryAlbum& album, const QByteArray& data,
                                std::optional<QDateTime> creationDate);
+    /// Deletes every photo of `album`, as someone else would; not announced.
+    void removePhotos(const PhotoLibraryAlbum& album)
+    {
+        m_photos.removeIf(
+            [&](const Photo& photo) { return photo.albumIdentifier == album.localIdentifier; });
+    }
     /// Tells every observer of `change`.
     void announce(const PhotoLibraryChange& change);
 

@@ -37,13 +37,11 @@ Item {
             tryCompare(grid, "count", 1);
             tryCompare(grid.itemAtIndex(0), "status", Image.Ready);
             shoot("browser-grid");
-
             mouseClick(findChild(sheet.contentItem, "mode1"));
             compare(sheet.displayMode, 1);
             const list = findChild(sheet.contentItem, "list");
             compare(list.itemAtIndex(0).summary, "Aperture 2.8, Shutter speed 1/500s, ISO 200, Exposure compensation +0.33 EV");
             shoot("browser-list");
-
             mouseClick(findChild(sheet.contentItem, "mode2"));
             verify(LoggedPhotos.hasPositionedPhoto);
             compare(LoggedPhotos.mapCenterLatitude, -33.8568);
