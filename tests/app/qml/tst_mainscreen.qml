@@ -37,6 +37,7 @@ Item {
 
         function test_holdTogglesWithATick() {
             const content = createTemporaryObject(contentComponent, stage);
+            waitForRendering(content);
             const hold = findChild(content, "hold");
             mouseClick(hold);
             verify(Meter.hold);
@@ -70,6 +71,7 @@ Item {
         }
         function test_modeMenuSetsTheMode(data) {
             const content = createTemporaryObject(contentComponent, stage);
+            waitForRendering(content);
             const menu = findChild(content, "modeMenu");
             mouseClick(findChild(content, "modePicker"));
             tryCompare(menu, "opened", true);
@@ -83,6 +85,7 @@ Item {
         function test_profilePickerSwitchesTheProfile() {
             AppSettings.profiles.add();
             const content = createTemporaryObject(contentComponent, stage);
+            waitForRendering(content);
             const picker = findChild(content, "profilePicker");
             tryCompare(picker, "count", 2);
             compare(picker.displayText, "Default");
@@ -105,6 +108,7 @@ Item {
 
         function test_logEndsWithTheSuccessHaptic() {
             const content = createTemporaryObject(contentComponent, stage);
+            waitForRendering(content);
             logged.clear();
             content.logExposure();
             logged.wait();
