@@ -152,8 +152,13 @@ std::string versionBytes(const QVariantList& parts)
         digits += char('0' + part);
     }
     std::string bytes;
-    for (const char digit : digits)
-        bytes += (bytes.empty() ? "" : " ") + std::to_string(int(digit));
+    // Appended piece by piece: GCC 12 at -O3 misreads `"" + std::string` as an overlapping
+    // copy (-Wrestrict), which breaks Release builds.
+    for (const char digit : digits) {
+        if (!bytes.empty())
+            bytes += ' ';
+        bytes += std::to_string(int(digit));
+    }
     return bytes;
 }
 
@@ -184,8 +189,11 @@ void writeProperty(Exiv2::ExifData& exif, const TagMapping& mapping, const QVari
         const QVariantList items =
             value.typeId() == QMetaType::QVariantList ? value.toList() : QVariantList{value};
         for (const QVariant& item : items) {
-            if (const auto element = number(item))
-                text += (text.empty() ? "" : " ") + integerText(*element, largestInteger(exifKey));
+            if (const auto element = number(item)) {
+                if (!text.empty())
+                    text += ' '; // not `"" + std::string`: see versionBytes
+                text += integerText(*element, largestInteger(exifKey));
+            }
         }
         if (!text.empty())
             exif[mapping.exifKey] = text;
