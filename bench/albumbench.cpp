@@ -14,15 +14,12 @@
 #include "album/photoalbum.h"
 #include "app/cli/awaitfuture.h"
 #include "exposure/scale.h"
+#include "photoscenes.h"
 #include "platform/photos/exiv2imagemetadata.h"
 #include "platform/photos/folderphotolibrary.h"
 
-#include <QBuffer>
 #include <QCoreApplication>
 #include <QElapsedTimer>
-#include <QImageWriter>
-#include <QPainter>
-#include <QRandomGenerator>
 #include <QSaveFile>
 #include <QTemporaryDir>
 #include <QThreadPool>
@@ -40,49 +37,6 @@ constexpr int kDefaultPhotos = 200;
 constexpr QSize kPhotoSize(4000, 3000);
 constexpr int kScenes = 4; // encoded once each; every log gets its own metadata
 constexpr int kJpegQuality = 100;
-constexpr int kNoiseAmplitude = 12;
-
-QImage scene(int seed, bool noisy)
-{
-    QImage image(kPhotoSize, QImage::Format_RGB32);
-    QPainter painter(&image);
-    QLinearGradient sky(0, 0, 0, kPhotoSize.height());
-    sky.setColorAt(0, QColor(90, 140, 220));
-    sky.setColorAt(1, QColor(250, 200, 150));
-    painter.fillRect(image.rect(), sky);
-    QRandomGenerator random(seed);
-    painter.setPen(Qt::NoPen);
-    for (int i = 0; i < 400; ++i) {
-        painter.setBrush(QColor::fromHsv(random.bounded(360), 150, 200));
-        painter.drawEllipse(
-            QPointF(random.bounded(kPhotoSize.width()), random.bounded(kPhotoSize.height())),
-            random.bounded(20, 300), random.bounded(20, 300));
-    }
-    painter.end();
-    if (noisy) {
-        for (int y = 0; y < image.height(); ++y) {
-            auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
-            for (int x = 0; x < image.width(); ++x) {
-                const int n = random.bounded(2 * kNoiseAmplitude) - kNoiseAmplitude;
-                const QRgb c = line[x];
-                line[x] = qRgb(std::clamp(qRed(c) + n, 0, 255), std::clamp(qGreen(c) + n, 0, 255),
-                               std::clamp(qBlue(c) + n, 0, 255));
-            }
-        }
-    }
-    return image;
-}
-
-QByteArray jpeg(const QImage& image)
-{
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    QImageWriter writer(&buffer, "jpeg");
-    writer.setQuality(kJpegQuality);
-    writer.write(image);
-    return bytes;
-}
 
 double peakResidentMB()
 {
@@ -115,7 +69,7 @@ int main(int argc, char* argv[])
 
     QList<QByteArray> scenes;
     for (int i = 0; i < kScenes; ++i)
-        scenes.append(jpeg(scene(i, noisy)));
+        scenes.append(bench::jpegOf(bench::photoScene(kPhotoSize, i, noisy), kJpegQuality));
     std::printf("%d photos of %dx%d, JPEG quality %d, %.2f MB each (%s scene)\n", photos,
                 kPhotoSize.width(), kPhotoSize.height(), kJpegQuality, scenes.first().size() / 1e6,
                 noisy ? "noisy" : "smooth");
