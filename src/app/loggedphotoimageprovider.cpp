@@ -7,6 +7,7 @@
 #include <QThreadPool>
 #include <QUrl>
 
+#include <atomic>
 #include <limits>
 
 namespace kestrum {
@@ -14,9 +15,14 @@ namespace kestrum {
 namespace {
 
 // One request: finished exactly once, from whichever thread ends it; the engine deletes it
-// after that.
+// after that, also when it cancelled the request.
 class PictureResponse final : public QQuickImageResponse {
 public:
+    // The engine no longer wants the picture (its cell scrolled away, or asks for another
+    // size): a decode not yet started is skipped, so the pictures in view come sooner.
+    void cancel() override { m_cancelled = true; }
+    bool isCancelled() const { return m_cancelled; }
+
     void finish(const QImage& image, const QString& error)
     {
         {
@@ -43,6 +49,7 @@ private:
     mutable QMutex m_mutex;
     QImage m_image;
     QString m_error;
+    std::atomic<bool> m_cancelled = false;
 };
 
 // The size QML asked for, a side of 0 or less leaving that side free.
@@ -53,6 +60,16 @@ QSize boundingSize(const QSize& requested, int defaultSide)
     constexpr int kFree = std::numeric_limits<int>::max() / 2;
     return {requested.width() > 0 ? requested.width() : kFree,
             requested.height() > 0 ? requested.height() : kFree};
+}
+
+// The pictures decode on threads of their own, not on the global pool: Qt's raster
+// painting (the software renderer among its users) splits large fills across the global
+// pool and waits for them, so a queue of twelve-megapixel decodes there would hold up
+// frames on the main thread until it drained. Lives as long as the global pool does.
+QThreadPool& decoders()
+{
+    static QThreadPool pool;
+    return pool;
 }
 
 QImage scaledWithin(const QImage& image, const QSize& requested)
@@ -97,16 +114,21 @@ QQuickImageResponse* LoggedPhotoImageProvider::requestImageResponse(const QStrin
             if (found == exposures.cend())
                 return response->finish({}, missing);
             const EncodedImage picture = found->previewImage();
-            QThreadPool::globalInstance()->start([=] {
+            decoders().start([=] {
                 response->finish(
-                    picture.decoded(boundingSize(requestedSize, kDefaultPreviewSidePx)), missing);
+                    response->isCancelled()
+                        ? QImage()
+                        : picture.decoded(boundingSize(requestedSize, kDefaultPreviewSidePx)),
+                    missing);
             });
             return;
         }
         m_album->fullSizeImage(identifier)
             .then([=](const std::optional<QImage>& image) {
-                QThreadPool::globalInstance()->start([=] {
-                    response->finish(scaledWithin(image.value_or(QImage()), requestedSize),
+                decoders().start([=] {
+                    response->finish(response->isCancelled()
+                                         ? QImage()
+                                         : scaledWithin(image.value_or(QImage()), requestedSize),
                                      missing);
                 });
             })

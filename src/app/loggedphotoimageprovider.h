@@ -12,8 +12,9 @@ class PhotoAlbum;
 /// preview, `image://loggedphotos/full/<localIdentifier>` the full-size picture from the
 /// photo library. The model's `previewSource` and `fullSizeSource` roles give these URLs.
 ///
-/// The album is asked on the main thread, where it lives; decoding and scaling run on the
-/// global thread pool. A photo that is gone, or cannot be decoded, fails the request.
+/// The album is asked on the main thread, where it lives; decoding and scaling run on a
+/// thread pool of the provider's own. A photo that is gone, or cannot be decoded, fails
+/// the request.
 class LoggedPhotoImageProvider : public QQuickAsyncImageProvider {
 public:
     static constexpr auto kProviderId = "loggedphotos";
