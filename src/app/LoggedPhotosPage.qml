@@ -74,7 +74,10 @@ Page {
             id: list
             objectName: "list"
             clip: true
-            model: LoggedPhotos
+            // Only while shown: a hidden list still makes its cells, and their pictures
+            // would decode alongside the grid's (a twelve-megapixel photo takes tens of
+            // milliseconds even at a fraction of its size).
+            model: page.displayMode === 1 ? LoggedPhotos : null
             ScrollIndicator.vertical: ScrollIndicator {
             }
 
