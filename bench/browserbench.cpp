@@ -48,9 +48,11 @@
 #include "platform/photos/folderphotolibrary.h"
 #include "platform/time/systemclock.h"
 #include "settings/settings.h"
+#include "support/fakeappicon.h"
 #include "support/fakemailcomposer.h"
 #include "support/fakepositionsource.h"
 #include "support/fakereversegeocoder.h"
+#include "support/fakewindowicon.h"
 #include "support/memorypreferencestore.h"
 #include "support/scriptedcameracontroller.h"
 
@@ -139,13 +141,15 @@ struct World {
     explicit World(const QString& libraryRoot)
         : library(libraryRoot, metadata)
     {
-        services = std::make_unique<QmlServices>(
-            QmlServices::Sources{settings, store, meter, camera, nullptr, photoAlbum,
-                                 locationManager, haptics, desktop, clock, &environment});
+        services = std::make_unique<QmlServices>(QmlServices::Sources{
+            settings, store, meter, camera, nullptr, photoAlbum, locationManager, haptics, desktop,
+            mail, launcherIcon, windowIcon, clock, &environment});
     }
 
     MemoryPreferenceStore store;
     FakeMailComposer mail{false};
+    FakeAppIcon launcherIcon;
+    FakeWindowIcon windowIcon;
     SystemClock clock;
     Settings settings{store, mail, {}};
     AnyCameraController camera{std::make_shared<ScriptedCameraController>(10.0)};
