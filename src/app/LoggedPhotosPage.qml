@@ -112,7 +112,9 @@ Page {
 
                 // qmllint disable unqualified
                 Repeater {
-                    model: LoggedPhotos
+                    // Only while shown: it makes a pin for every photo, and each pin's
+                    // picture decodes, ahead of the grid's pictures when the map is hidden.
+                    model: page.displayMode === 2 ? LoggedPhotos : null
 
                     // The roles come by the model: the pin's own latitude and longitude
                     // carry the same names.
