@@ -62,16 +62,6 @@ QSize boundingSize(const QSize& requested, int defaultSide)
             requested.height() > 0 ? requested.height() : kFree};
 }
 
-// The pictures decode on threads of their own, not on the global pool: Qt's raster
-// painting (the software renderer among its users) splits large fills across the global
-// pool and waits for them, so a queue of twelve-megapixel decodes there would hold up
-// frames on the main thread until it drained. Lives as long as the global pool does.
-QThreadPool& decoders()
-{
-    static QThreadPool pool;
-    return pool;
-}
-
 QImage scaledWithin(const QImage& image, const QSize& requested)
 {
     if (image.isNull() || !requested.isValid() || requested.isEmpty())
@@ -84,9 +74,38 @@ QImage scaledWithin(const QImage& image, const QSize& requested)
 
 } // namespace
 
+// The pictures decode on threads of their own, not on the global pool: Qt's raster
+// painting (the software renderer among its users) splits large fills across the global
+// pool and waits for them, so a queue of twelve-megapixel decodes there would hold up
+// frames on the main thread until it drained. The pool is the provider's, not the
+// process's: a decode still running when the application object goes would wait forever
+// for the global pool, which its scaling uses and which stops with it.
+struct LoggedPhotoImageProvider::Decoders {
+    /// Runs `picture` for `response` on the pool; once stopping, or when the engine
+    /// cancelled the request, the response fails without decoding.
+    template <typename Picture>
+    void start(PictureResponse* response, Picture picture, const QString& missing)
+    {
+        pool.start([this, response, picture = std::move(picture), missing] {
+            const bool wanted = !stopping && !response->isCancelled();
+            response->finish(wanted ? picture() : QImage(), missing);
+        });
+    }
+
+    std::atomic<bool> stopping = false;
+    QThreadPool pool; // after `stopping`, so that it goes first and waits for its tasks
+};
+
 LoggedPhotoImageProvider::LoggedPhotoImageProvider(PhotoAlbum& album)
     : m_album(&album)
+    , m_decoders(std::make_shared<Decoders>())
 {}
+
+LoggedPhotoImageProvider::~LoggedPhotoImageProvider()
+{
+    m_decoders->stopping = true;
+    m_decoders->pool.waitForDone();
+}
 
 QQuickImageResponse* LoggedPhotoImageProvider::requestImageResponse(const QString& id,
                                                                     const QSize& requestedSize)
@@ -114,23 +133,25 @@ QQuickImageResponse* LoggedPhotoImageProvider::requestImageResponse(const QStrin
             if (found == exposures.cend())
                 return response->finish({}, missing);
             const EncodedImage picture = found->previewImage();
-            decoders().start([=] {
-                response->finish(
-                    response->isCancelled()
-                        ? QImage()
-                        : picture.decoded(boundingSize(requestedSize, kDefaultPreviewSidePx)),
-                    missing);
-            });
+            m_decoders->start(
+                response,
+                [picture, requestedSize] {
+                    return picture.decoded(boundingSize(requestedSize, kDefaultPreviewSidePx));
+                },
+                missing);
             return;
         }
         m_album->fullSizeImage(identifier)
-            .then([=](const std::optional<QImage>& image) {
-                decoders().start([=] {
-                    response->finish(response->isCancelled()
-                                         ? QImage()
-                                         : scaledWithin(image.value_or(QImage()), requestedSize),
-                                     missing);
-                });
+            .then([=, decoders = std::weak_ptr(m_decoders)](const std::optional<QImage>& image) {
+                const std::shared_ptr<Decoders> pool = decoders.lock();
+                if (!pool)
+                    return response->finish({}, missing);
+                pool->start(
+                    response,
+                    [image, requestedSize] {
+                        return scaledWithin(image.value_or(QImage()), requestedSize);
+                    },
+                    missing);
             })
             .onFailed([=] { response->finish({}, missing); });
     });

@@ -3,6 +3,8 @@
 #include <QPointer>
 #include <QQuickAsyncImageProvider>
 
+#include <memory>
+
 namespace kestrum {
 
 class PhotoAlbum;
@@ -13,8 +15,9 @@ class PhotoAlbum;
 /// photo library. The model's `previewSource` and `fullSizeSource` roles give these URLs.
 ///
 /// The album is asked on the main thread, where it lives; decoding and scaling run on a
-/// thread pool of the provider's own. A photo that is gone, or cannot be decoded, fails
-/// the request.
+/// thread pool of the provider's own, which its destruction drains: the decodes under way
+/// end, and the requests still waiting fail at once. A photo that is gone, or cannot be
+/// decoded, fails the request.
 class LoggedPhotoImageProvider : public QQuickAsyncImageProvider {
 public:
     static constexpr auto kProviderId = "loggedphotos";
@@ -24,12 +27,18 @@ public:
     static constexpr int kDefaultPreviewSidePx = 512;
 
     explicit LoggedPhotoImageProvider(PhotoAlbum& album);
+    ~LoggedPhotoImageProvider() override;
 
     QQuickImageResponse* requestImageResponse(const QString& id,
                                               const QSize& requestedSize) override;
 
 private:
+    struct Decoders;
+
     QPointer<PhotoAlbum> m_album;
+    // Shared with the full-size requests still waiting for the library, which may outlive
+    // the provider.
+    std::shared_ptr<Decoders> m_decoders;
 };
 
 } // namespace kestrum
