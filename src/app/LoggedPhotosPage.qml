@@ -28,7 +28,7 @@ Page {
             objectName: "grid"
             clip: true
             model: LoggedPhotos
-            // Three columns, each picture inset by half the spacing on either side.
+            // Three columns; each picture keeps the spacing free on its right.
             cellWidth: width / 3
             cellHeight: cellWidth
             ScrollIndicator.vertical: ScrollIndicator {
@@ -45,7 +45,8 @@ Page {
                 width: grid.cellWidth - page.gridSpacing
                 height: width
                 source: previewSource
-                sourceSize.width: width
+                // Decoded to the cell's height, so that a landscape picture still covers
+                // the square sharply once cropped.
                 sourceSize.height: height
                 fillMode: Image.PreserveAspectCrop
                 asynchronous: true
