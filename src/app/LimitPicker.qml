@@ -24,7 +24,8 @@ RowLayout {
         model: picker.choices
         textRole: "display"
         currentIndex: picker.choices.currentIndex
-        Accessible.name: picker.section + " " + picker.title
+        Accessible.name: picker.title
+        Accessible.description: picker.section
         onActivated: index => picker.choices.currentIndex = index
     }
 }

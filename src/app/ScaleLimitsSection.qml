@@ -50,7 +50,8 @@ ColumnLayout {
                 // Dark text on the yellow of the chosen segment.
                 Material.foreground: checked ? Theme.background : Theme.foreground
                 font.capitalization: Font.MixedCase
-                Accessible.name: section.title + " " + modelData
+                Accessible.name: modelData
+                Accessible.description: section.title
                 onClicked: section.stepChosen(index)
             }
             // qmllint enable unqualified
